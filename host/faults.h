@@ -1,0 +1,68 @@
+// host/faults.h — refusing what a real host may refuse, on demand.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <limits>
+
+namespace host {
+
+enum class CallKind : std::uint8_t {
+  newHandle,
+  lockHandle,
+  resizeHandle,
+  checkoutParam,
+  checkoutLayer,  // check-out of parameter 0, and of layers in pre-render
+  checkinParam,
+  acquireSuite,
+  addParam,
+  registerUi,
+  iterate,
+  fill,
+  copy,
+  progress,
+  infoText,
+  guidMixIn,
+  checkoutPixels,
+  checkoutOutput,
+  getPixelFormat,
+  updateParamUi,
+  script,
+  registerAegp,
+  isRenderEngine,
+  count_
+};
+
+// A plan of refusals, read by every callback. With no plan, a call costs one relaxed load.
+// Counters run from arm() on; thread-safe.
+class Faults {
+ public:
+  // The n-th (1-based) call of this kind from now on fails with error (null for calls that give
+  // addresses). With sticky, all later ones of the kind too.
+  void arm(CallKind kind, std::uint64_t n, std::int32_t error, bool sticky = false) noexcept;
+  void disarm() noexcept;
+
+  // Calls of this kind since the last reset, failed ones included.
+  std::uint64_t calls(CallKind kind) const noexcept;
+  // Refusals made since the last reset.
+  std::uint64_t injected() const noexcept;
+  void resetCounts() noexcept;
+
+  // For callbacks: counts the call, and gives the error to answer with, or 0.
+  std::int32_t check(CallKind kind) noexcept;
+
+ private:
+  static constexpr auto kKinds = static_cast<std::size_t>(CallKind::count_);
+  static constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
+  struct Plan {
+    std::atomic<std::uint64_t> calls{0};
+    std::atomic<std::uint64_t> failAt{kNever};
+    std::atomic<std::int32_t> error{0};
+    std::atomic<bool> sticky{false};
+  };
+  std::array<Plan, kKinds> plans_;
+  std::atomic<std::uint64_t> injected_{0};
+};
+
+}  // namespace host
