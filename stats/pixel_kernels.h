@@ -35,7 +35,8 @@ struct FrameLevels {
   float gammaValue = 1.0f;
 };
 
-// Fills the factors of correction from levels. Gamma below 0.01 is corrected as Linear.
+// Fills the factors of correction from levels. Gamma below 0.01 is corrected as Linear, which the
+// method then says.
 void prepareCorrection(FrameCorrection& correction, const FrameLevels& levels) noexcept;
 
 // The kernels: context is a FrameCorrection; x, y in output pixels. Result 0, or
