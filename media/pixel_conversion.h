@@ -13,7 +13,7 @@ using ParallelFor = std::function<void(int jobs, const std::function<void(int)>&
 
 /// Fills `argb` (the picture's width and height, any depth) from `picture`. Formats without alpha
 /// give opaque. YUV follows the frame's range and matrix; a matrix the file leaves open is BT.709
-/// from 720 lines or 1280 columns up and BT.601 below, as players guess. Chroma is replicated, so
+/// from 1280 columns or 577 lines up and BT.601 below, as players guess. Chroma is replicated, so
 /// that fromArgb() undoes it. Integer depths round to nearest and clip to 0..white.
 /// Thread-safe. Throws Error{unsupported} for sizes that differ.
 void toArgb(const Picture& picture, const ArgbView& argb, const ParallelFor& parallel = {});

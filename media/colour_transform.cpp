@@ -1,0 +1,143 @@
+// media/colour_transform.cpp — the affine maps between a format's code values and RGB levels.
+#include "media/colour_transform.h"
+
+#include <cmath>
+
+namespace media {
+namespace {
+
+using Matrix = std::array<std::array<double, 3>, 3>;
+
+struct LumaWeights {
+  AVColorSpace matrix;
+  double red;
+  double blue;
+};
+
+constexpr LumaWeights kLumaWeights[] = {
+    {AVCOL_SPC_BT709, 0.2126, 0.0722},     {AVCOL_SPC_FCC, 0.30, 0.11},
+    {AVCOL_SPC_BT470BG, 0.299, 0.114},     {AVCOL_SPC_SMPTE170M, 0.299, 0.114},
+    {AVCOL_SPC_SMPTE240M, 0.212, 0.087},   {AVCOL_SPC_BT2020_NCL, 0.2627, 0.0593},
+    {AVCOL_SPC_BT2020_CL, 0.2627, 0.0593},
+};
+
+LumaWeights lumaWeights(AVColorSpace matrix) noexcept {
+  for (const LumaWeights& weights : kLumaWeights) {
+    if (weights.matrix == matrix) return weights;
+  }
+  return kLumaWeights[0];
+}
+
+// From (luma 0..1, Cb and Cr -0.5..0.5) to (R, G, B), or from the components as stored.
+Matrix decodingMatrix(AVColorSpace matrix) noexcept {
+  if (matrix == AVCOL_SPC_YCGCO) return {{{1, -1, 1}, {1, 1, 0}, {1, -1, -1}}};
+  if (matrix == AVCOL_SPC_RGB) return {{{0, 0, 1}, {1, 0, 0}, {0, 1, 0}}};
+  const LumaWeights weights = lumaWeights(matrix);
+  const double green = 1 - weights.red - weights.blue;
+  const double fromCr = 2 * (1 - weights.red);
+  const double fromCb = 2 * (1 - weights.blue);
+  return {{{1, 0, fromCr},
+           {1, -weights.blue * fromCb / green, -weights.red * fromCr / green},
+           {1, fromCb, 0}}};
+}
+
+Matrix inverse(const Matrix& m) noexcept {
+  const auto minor = [&m](std::size_t r, std::size_t c) {
+    const std::size_t r1 = (r + 1) % 3;
+    const std::size_t r2 = (r + 2) % 3;
+    const std::size_t c1 = (c + 1) % 3;
+    const std::size_t c2 = (c + 2) % 3;
+    return m[r1][c1] * m[r2][c2] - m[r1][c2] * m[r2][c1];
+  };
+  const double determinant = m[0][0] * minor(0, 0) + m[0][1] * minor(0, 1) + m[0][2] * minor(0, 2);
+  Matrix result{};
+  for (std::size_t r = 0; r < 3; ++r) {
+    for (std::size_t c = 0; c < 3; ++c) result[r][c] = minor(c, r) / determinant;
+  }
+  return result;
+}
+
+struct Scale {
+  double zero = 0;  // code value of 0.0
+  double unit = 1;  // code values from 0.0 to 1.0
+};
+
+Scale fullScale(const ComponentLayout& c) noexcept {
+  return {0, c.depth == 32 ? 1.0 : static_cast<double>(c.maximum())};
+}
+
+Scale lumaScale(const ComponentLayout& c, bool full) noexcept {
+  if (full || c.depth == 32) return fullScale(c);
+  const double step = std::ldexp(1.0, c.depth - 8);
+  return {16 * step, 219 * step};
+}
+
+Scale chromaScale(const ComponentLayout& c, bool full) noexcept {
+  if (c.depth == 32) return {0, 1};
+  const double step = std::ldexp(1.0, c.depth - 8);
+  return {128 * step, full ? static_cast<double>(c.maximum()) : 224 * step};
+}
+
+}  // namespace
+
+AVColorSpace effectiveMatrix(AVColorSpace declared, int width, int height) noexcept {
+  switch (declared) {
+    case AVCOL_SPC_RGB:
+    case AVCOL_SPC_YCGCO:
+      return declared;
+    default:
+      break;
+  }
+  for (const LumaWeights& weights : kLumaWeights) {
+    if (weights.matrix == declared) return declared;
+  }
+  return width >= 1280 || height > 576 ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
+}
+
+ColourTransform colourTransform(const PixelLayout& layout, AVColorRange range, AVColorSpace matrix,
+                                Depth depth) {
+  using Family = PixelLayout::Family;
+  const double white = whiteLevel(depth);
+  ColourTransform transform;
+  if (layout.hasAlpha) {
+    const double unit = fullScale(layout.components[3]).unit;
+    transform.alphaToLevels = static_cast<float>(white / unit);
+    transform.alphaToCodes = static_cast<float>(unit / white);
+  }
+
+  std::array<Scale, 3> scales;
+  Matrix decode{};
+  if (layout.family == Family::rgb) {
+    for (std::size_t i = 0; i < 3; ++i) {
+      scales[i] = fullScale(layout.components[i]);
+      decode[i][i] = 1;
+    }
+    transform.toLevels.diagonal = transform.toCodes.diagonal = true;
+  } else if (layout.family == Family::grey) {
+    scales[0] = lumaScale(layout.components[0], range != AVCOL_RANGE_MPEG);
+    decode = decodingMatrix(lumaWeights(matrix).matrix);
+  } else {
+    const bool full = range == AVCOL_RANGE_JPEG;
+    const bool threeLumas = matrix == AVCOL_SPC_RGB;
+    for (std::size_t i = 0; i < 3; ++i) {
+      scales[i] = i == 0 || threeLumas ? lumaScale(layout.components[i], full)
+                                       : chromaScale(layout.components[i], full);
+    }
+    decode = decodingMatrix(matrix);
+  }
+
+  const Matrix encode = inverse(decode);
+  for (std::size_t i = 0; i < 3; ++i) {
+    double toLevelsOffset = 0;
+    for (std::size_t j = 0; j < 3; ++j) {
+      transform.toLevels.matrix[i][j] = static_cast<float>(white * decode[i][j] / scales[j].unit);
+      transform.toCodes.matrix[i][j] = static_cast<float>(scales[i].unit * encode[i][j] / white);
+      toLevelsOffset -= white * decode[i][j] * scales[j].zero / scales[j].unit;
+    }
+    transform.toLevels.offset[i] = static_cast<float>(toLevelsOffset);
+    transform.toCodes.offset[i] = static_cast<float>(scales[i].zero);
+  }
+  return transform;
+}
+
+}  // namespace media
