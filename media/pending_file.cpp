@@ -31,8 +31,11 @@ fs::path throughLinks(const fs::path& path) {
 
 fs::path temporaryName(const fs::path& path) {
   static std::atomic<int> serial{0};
-  return folderOf(path) / ("." + path.stem().string() + ".part-" + std::to_string(getpid()) + "-" +
-                           std::to_string(serial++) + path.extension().string());
+  std::string name = ".";
+  name += path.stem().string();
+  name += ".part-" + std::to_string(getpid()) + "-" + std::to_string(serial++);
+  name += path.extension().string();
+  return folderOf(path) / name;
 }
 
 }  // namespace
