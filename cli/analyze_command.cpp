@@ -1,0 +1,96 @@
+// cli/analyze_command.cpp — `varilum4 analyze`: measure a clip and keep the result.
+#include <fmt/format.h>
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "cli/commands.h"
+#include "cli/fingerprint.h"
+#include "cli/flicker_figures.h"
+#include "cli/output_file.h"
+#include "cli/output_options.h"
+#include "cli/project_file.h"
+#include "cli/same_file.h"
+#include "cli/workbench.h"
+
+namespace cli {
+namespace {
+
+struct AnalyzeOptions {
+  ClipOptions clip;
+  std::string project;
+  EffectOptions effect;
+  WorkOptions work;
+  ConsoleOptions console;
+  bool force = false;
+};
+
+Project projectOf(Workbench& bench, const AnalyzeOptions& options) {
+  namespace fs = std::filesystem;
+  Project project;
+  project.program = programVersion();
+  project.clip = fs::absolute(options.clip.path).lexically_normal().string();
+  const fs::path folder = fs::absolute(options.project).lexically_normal().parent_path();
+  project.clipRelative = fs::path(project.clip).lexically_relative(folder).string();
+  project.startNumber = options.clip.read.startNumber.value_or(-1);
+  project.frameRate = bench.source().clip().frameRate.value();
+  project.fingerprint = fingerprintOf(bench.source());
+  project.layerFrames = bench.source().info().frameCount;
+  project.effectVersion = bench.effect().version();
+  project.effect = bench.instance().save();
+  return project;
+}
+
+void run(const AnalyzeOptions& options) {
+  const auto start = std::chrono::steady_clock::now();
+  refuseSameFile(options.clip.path, options.project);
+  requireWritable(options.project, options.force);
+  Console console(options.console);
+  Workbench bench(options.clip, options.work, console);
+  bench.analyze(options.effect);
+  const Project project = projectOf(bench, options);
+  writeProject(options.project, project, options.force);
+  for (const std::string& warning : bench.source().reader().warnings()) console.warn(warning);
+
+  const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
+  const double flicker = flickerRms(readLevels(project.effect.sequenceData).input);
+  if (console.json()) {
+    const nlohmann::ordered_json line{{"event", "done"},
+                                      {"output", options.project},
+                                      {"frames", project.layerFrames},
+                                      {"seconds", spent.count()},
+                                      {"flickerPercent", {{"before", flicker}}}};
+    console.result(line.dump());
+    return;
+  }
+  console.result(fmt::format("{}: {} frames analysed in {:.1f} s, flicker {:.2f} %",
+                             options.project, project.layerFrames, spent.count(), flicker));
+}
+
+}  // namespace
+
+void addAnalyzeCommand(CLI::App& app, Work& work) {
+  CLI::App* command = app.add_subcommand(
+      "analyze", "Measure every frame of a clip and keep the result in a project to render from.");
+  auto options = std::make_shared<AnalyzeOptions>();
+  command
+      ->add_option("IN", options->clip.path,
+                   "The clip: anything FFmpeg reads, or numbered pictures such as shot.%05d.png.")
+      ->required();
+  command
+      ->add_option("-o,--output", options->project, "The project to write, such as shot.varilum.")
+      ->required()
+      ->type_name("PROJECT");
+  addEffectOptions(*command, options->effect);
+  addReadOptions(*command, options->clip.read);
+  addForceOption(*command, options->force);
+  addGeneralOptions(*command, options->work, options->console);
+  command->callback([options, &work] { work = [options] { run(*options); }; });
+}
+
+}  // namespace cli

@@ -1,0 +1,75 @@
+// cli/deflicker_command.cpp — `varilum4 deflicker`: analyse a clip and write it steady.
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <chrono>
+#include <memory>
+
+#include "cli/commands.h"
+#include "cli/output_options.h"
+#include "cli/plot_file.h"
+#include "cli/render_job.h"
+#include "cli/same_file.h"
+#include "cli/workbench.h"
+
+namespace cli {
+namespace {
+
+struct DeflickerOptions {
+  ClipOptions clip;
+  std::string output;
+  std::string plot;
+  EffectOptions effect;
+  OutputOptions writing;
+  WorkOptions work;
+  ConsoleOptions console;
+};
+
+void run(const DeflickerOptions& options) {
+  const auto start = std::chrono::steady_clock::now();
+  refuseSameFile(options.clip.path, options.output);
+  requirePlotWritable(options.plot, options.writing.force);
+  Console console(options.console);
+  Workbench bench(options.clip, options.work, console);
+  checkAgainstClip(options.effect, bench.source().clip());
+  media::ClipWriter writer = openOutput(options.output, bench, options.writing, {}, console);
+  bench.analyze(options.effect);
+  const media::FrameRange all{0, bench.source().info().frameCount - 1};
+  const RenderReport report =
+      renderTo(writer, bench, options.writing, workerCount(options.work), all, console);
+  if (!options.plot.empty()) {
+    writePlot(options.plot, bench.source().clip(), bench.levels(), report.output);
+  }
+  const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
+  reportRendering(report, options.output, spent.count(), console);
+}
+
+}  // namespace
+
+void addDeflickerCommand(CLI::App& app, Work& work) {
+  CLI::App* command = app.add_subcommand(
+      "deflicker", "Write a clip with its flicker removed: analyse every frame, then render.");
+  auto options = std::make_shared<DeflickerOptions>();
+  command
+      ->add_option("IN", options->clip.path,
+                   "The clip: anything FFmpeg reads, or numbered pictures such as shot.%05d.png.")
+      ->required();
+  command
+      ->add_option("OUT", options->output,
+                   "Where to write it; the extension says how (mp4, mov, mkv ...; out.%05d.png, "
+                   ".tif, .dpx, .exr for pictures). 'null:' writes nothing.")
+      ->required();
+  addEffectOptions(*command, options->effect);
+  addReadOptions(*command, options->clip.read);
+  addOutputOptions(*command, options->writing);
+  command
+      ->add_option("--plot", options->plot,
+                   "Draw brightness before, wanted and after over all frames into this PNG.")
+      ->type_name("PNG")
+      ->group("General");
+  addForceOption(*command, options->writing.force);
+  addGeneralOptions(*command, options->work, options->console);
+  command->callback([options, &work] { work = [options] { run(*options); }; });
+}
+
+}  // namespace cli

@@ -1,0 +1,40 @@
+// cli/effect_location.cpp — where the effect library is.
+#include "cli/effect_location.h"
+
+#include <cstdlib>
+#include <system_error>
+
+#include <fmt/format.h>
+
+#include "cli/error.h"
+
+namespace cli {
+namespace {
+
+constexpr const char* kLibrary = "libvarilum4.so";
+
+bool isFile(const std::filesystem::path& path) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(path, ignored);
+}
+
+}  // namespace
+
+std::filesystem::path findEffect(const std::string& given) {
+  const char* variable = std::getenv("VARILUM_EFFECT");
+  const std::string named = !given.empty() ? given : variable != nullptr ? variable : "";
+  if (!named.empty()) {
+    if (isFile(named)) return std::filesystem::absolute(named);
+    throw Failure(fmt::format("There is no effect library {}; check {}.", named,
+                              given.empty() ? "VARILUM_EFFECT" : "--effect"));
+  }
+  std::error_code ignored;
+  const auto folder = std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path();
+  for (const auto& candidate : {folder / kLibrary, folder / ".." / "lib" / kLibrary}) {
+    if (isFile(candidate)) return candidate;
+  }
+  throw Failure(fmt::format("{} is not in {}; name it with --effect or VARILUM_EFFECT.", kLibrary,
+                            folder.string()));
+}
+
+}  // namespace cli

@@ -1,0 +1,21 @@
+// cli/frame_level.h — a frame's brightness on the way in and out, to tell what was gained.
+#pragma once
+
+#include "media/argb_view.h"
+
+namespace cli {
+
+/// Which pixels count, and how. Right and bottom exclusive; empty = the whole frame.
+struct LevelArea {
+  int left = 0;
+  int top = 0;
+  int right = 0;
+  int bottom = 0;
+  bool favorBrighter = false;  ///< each pixel weighs as much as it is bright
+};
+
+/// Mean of 0.3 R + 0.59 G + 0.11 B over the area, on the 0..255 scale at every depth. All pixels of
+/// every row are read up to about 720 rows and proportionally fewer rows above.
+double frameLevel(const media::ConstArgbView& pixels, const LevelArea& area);
+
+}  // namespace cli

@@ -1,0 +1,97 @@
+// cli/info_command.cpp — `varilum4 info`: what a project or a clip holds.
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <cstdio>
+#include <memory>
+
+#include "cli/clip_text.h"
+#include "cli/commands.h"
+#include "cli/levels.h"
+#include "cli/output_options.h"
+#include "cli/plot_file.h"
+#include "cli/project_file.h"
+#include "cli/project_text.h"
+#include "cli/workbench.h"
+
+namespace cli {
+namespace {
+
+struct InfoOptions {
+  ClipOptions subject;
+  bool json = false;
+  std::string plot;
+  bool force = false;
+  WorkOptions work;
+  ConsoleOptions console;
+};
+
+void print(const std::string& text) {
+  std::fputs(text.c_str(), stdout);
+  std::fflush(stdout);
+}
+
+void showProject(const InfoOptions& options) {
+  const Project project = readProject(options.subject.path);
+  const Levels levels = readLevels(project.effect.sequenceData);
+  if (!options.plot.empty()) {
+    media::ClipInfo clip;
+    clip.path = project.clip;
+    clip.frameRate = {static_cast<int>(project.frameRate * 1000.0 + 0.5), 1000};
+    writePlot(options.plot, clip, levels, {});
+  }
+  if (!options.console.quiet) {
+    print(options.json ? projectJson(project, levels) : projectText(project, levels));
+  }
+}
+
+void showClip(const InfoOptions& options) {
+  if (options.plot.empty()) {
+    const media::ClipReader reader(options.subject.path, options.subject.read);
+    if (!options.console.quiet) {
+      print(options.json ? clipJson(reader.info()) : clipText(reader.info()));
+    }
+    return;
+  }
+  Console console(options.console);
+  Workbench bench(options.subject, options.work, console);
+  bench.analyze({});
+  writePlot(options.plot, bench.source().clip(), bench.levels(), {});
+  if (!options.console.quiet) {
+    const media::ClipInfo& clip = bench.source().clip();
+    print(options.json ? clipJson(clip) : clipText(clip));
+  }
+}
+
+void run(const InfoOptions& options) {
+  requirePlotWritable(options.plot, options.force);
+  if (looksLikeProject(options.subject.path)) {
+    showProject(options);
+  } else if (options.subject.path.ends_with(".varilum")) {
+    readProject(options.subject.path);  // says what is wrong with it
+  } else {
+    showClip(options);
+  }
+}
+
+}  // namespace
+
+void addInfoCommand(CLI::App& app, Work& work) {
+  CLI::App* command =
+      app.add_subcommand("info", "Show what a project holds of each frame, or what a clip is.");
+  auto options = std::make_shared<InfoOptions>();
+  command->add_option("PROJECT|CLIP", options->subject.path, "A project or a clip.")->required();
+  command->add_flag("--json", options->json, "Print JSON.")->group("General");
+  command
+      ->add_option("--plot", options->plot,
+                   "Draw input and desired brightness over all frames into this PNG; a clip is "
+                   "analysed for it.")
+      ->type_name("PNG")
+      ->group("General");
+  addForceOption(*command, options->force);
+  addReadOptions(*command, options->subject.read);
+  addGeneralOptions(*command, options->work, options->console);
+  command->callback([options, &work] { work = [options] { run(*options); }; });
+}
+
+}  // namespace cli

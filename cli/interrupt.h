@@ -1,0 +1,15 @@
+// cli/interrupt.h — Ctrl-C and termination as a flag that the work looks at between frames.
+#pragma once
+
+namespace cli {
+
+/// Makes SIGINT and SIGTERM set the flag below. A second one ends the program at once.
+void catchInterrupts() noexcept;
+
+/// True once a stop was asked for. Any thread.
+bool interrupted() noexcept;
+
+/// Throws Interrupted once a stop was asked for. Any thread.
+void throwIfInterrupted();
+
+}  // namespace cli

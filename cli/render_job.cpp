@@ -1,0 +1,142 @@
+// cli/render_job.cpp — an analysed clip written through the effect, with what was gained.
+#include "cli/render_job.h"
+
+#include <fmt/format.h>
+
+#include <chrono>
+#include <nlohmann/json.hpp>
+
+#include "cli/error.h"
+#include "cli/flicker_figures.h"
+#include "cli/render_pipeline.h"
+
+namespace cli {
+namespace {
+
+constexpr int kGamma = 3;
+// Differences below this, in percent, are rounding.
+constexpr double kFlickerTolerance = 0.01;
+
+// "Adjust for clipping" works in the classic render at 8 bits alone.
+host::RenderPath choosePath(const EffectSettings& settings, host::Depth depth, Console& console) {
+  if (!settings.adjustClipping) return host::RenderPath::smart;
+  if (settings.correctionMethod == kGamma) {
+    console.warn("--adjust-clipping does not act with --correction-method gamma.");
+    return host::RenderPath::smart;
+  }
+  if (depth != host::Depth::bits8) {
+    console.warn(fmt::format(
+        "--adjust-clipping does not act at {} bits; add --depth 8 if it matters more than depth.",
+        static_cast<int>(depth)));
+    return host::RenderPath::smart;
+  }
+  return host::RenderPath::classic;
+}
+
+LevelArea areaOf(const EffectSettings& settings) {
+  LevelArea area;
+  area.favorBrighter = settings.favorBrighter;
+  if (settings.useSubrect) {
+    area.left = settings.rect[0];
+    area.top = settings.rect[1];
+    area.right = settings.rect[2];
+    area.bottom = settings.rect[3];
+  }
+  return area;
+}
+
+// Frames without a level of their own: black ones and those not to be deflickered. The effect has
+// nothing to base a correction on and would use that of whichever frame it rendered before.
+std::vector<bool> withoutLevel(const Levels& levels) {
+  std::vector<bool> without(levels.input.size());
+  for (std::size_t i = 0; i < without.size(); ++i) without[i] = !(levels.input[i] > 0.0);
+  return without;
+}
+
+}  // namespace
+
+media::ClipWriter openOutput(const std::string& path, Workbench& bench,
+                             const OutputOptions& options,
+                             const std::optional<media::FrameRange>& frames, Console& console) {
+  media::WriteOptions write = options.write;
+  write.overwrite = options.force;
+  write.frames = frames;
+  media::ClipWriter writer(path, bench.source().reader(), write);
+  for (const std::string& note : writer.notes()) console.note(note);
+  return writer;
+}
+
+RenderReport renderTo(media::ClipWriter& writer, Workbench& bench, const OutputOptions& options,
+                      int workers, media::FrameRange frames, Console& console) {
+  const auto start = std::chrono::steady_clock::now();
+  const EffectSettings settings = readSettings(bench.instance());
+  RenderPlan plan;
+  plan.first = frames.first;
+  plan.last = frames.last;
+  plan.depth = renderDepth(options, bench.source().clip());
+  plan.path = choosePath(settings, plan.depth, console);
+  plan.workers = workers;
+  plan.leaveAlone = withoutLevel(bench.levels());
+  plan.area = areaOf(settings);
+
+  RenderReport report;
+  report.first = frames.first;
+  const std::int64_t total = frames.last - frames.first + 1;
+  Progress& progress = console.progress();
+  progress.begin("Rendering", total);
+  renderFrames(bench.instance(), bench.source(), plan, [&](RenderedFrame& frame) {
+    writer.write(frame.picture);
+    frame.picture = {};
+    report.input.push_back(frame.inputLevel);
+    report.output.push_back(frame.outputLevel);
+    report.untouched += frame.untouched ? 1 : 0;
+    progress.update(static_cast<std::int64_t>(report.input.size()));
+  });
+  progress.end();
+  if (report.input.empty()) throw Failure("No frame of the clip could be decoded.");
+  writer.finish();
+  report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+
+  if (static_cast<std::int64_t>(report.input.size()) < total) {
+    console.warn(fmt::format("The clip breaks off: {} of {} frames were written.",
+                             report.input.size(), total));
+  }
+  for (const std::string& warning : bench.source().reader().warnings()) console.warn(warning);
+  const double before = flickerRms(report.input);
+  const double after = flickerRms(report.output);
+  if (after > before + kFlickerTolerance) {
+    console.warn(fmt::format(
+        "The output flickers more than the input ({:.2f} % before, {:.2f} % after): this clip is "
+        "better left as it is, or needs other settings.",
+        before, after));
+  }
+  return report;
+}
+
+void reportRendering(const RenderReport& report, const std::string& output, double totalSeconds,
+                     Console& console) {
+  const double flickerBefore = flickerRms(report.input);
+  const double flickerAfter = flickerRms(report.output);
+  const double jerkBefore = jerk(report.input);
+  const double jerkAfter = jerk(report.output);
+  const std::size_t frames = report.input.size();
+  if (console.json()) {
+    const nlohmann::ordered_json line{
+        {"event", "done"},
+        {"output", output},
+        {"frames", frames},
+        {"framesUntouched", report.untouched},
+        {"seconds", totalSeconds},
+        {"flickerPercent", {{"before", flickerBefore}, {"after", flickerAfter}}},
+        {"jerkPercent", {{"before", jerkBefore}, {"after", jerkAfter}}}};
+    console.result(line.dump());
+    return;
+  }
+  console.result(
+      fmt::format("{}: {} frame{} in {:.1f} s, flicker {:.2f} % -> {:.2f} %, jerk {:.2f} % -> "
+                  "{:.2f} %",
+                  output, frames, frames == 1 ? "" : "s", totalSeconds, flickerBefore, flickerAfter,
+                  jerkBefore, jerkAfter));
+}
+
+}  // namespace cli

@@ -1,0 +1,134 @@
+// cli/workbench.cpp — a clip on the table: the effect loaded and applied to it.
+#include "cli/workbench.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <thread>
+
+#include "cli/effect_location.h"
+#include "cli/error.h"
+#include "cli/interrupt.h"
+#include "host/error.h"
+#include "host/listener.h"
+
+namespace cli {
+namespace {
+
+host::HostOptions hostOptions() {
+  host::HostOptions options;
+  options.threads = 1;  // whole frames are rendered side by side instead
+  return options;
+}
+
+}  // namespace
+
+// Passes on what the effect says. Its count of analysed frames runs one ahead of the truth.
+class Workbench::Announcer final : public host::Listener {
+ public:
+  explicit Announcer(Console& console) : console_(console) {}
+
+  void message(host::MessageKind kind, std::string_view, std::string_view text) override {
+    if (kind != host::MessageKind::info) console_.warn(std::string(text));
+  }
+  bool progress(std::int32_t done, std::int32_t total) override {
+    console_.progress().update(std::min(done - 1, total));
+    return !interrupted();
+  }
+  void infoText(std::string_view, std::string_view) override {}
+
+ private:
+  Console& console_;
+};
+
+int workerCount(const WorkOptions& options) {
+  if (options.threads > 0) return options.threads;
+  return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+}
+
+Workbench::Workbench(const ClipOptions& clip, const WorkOptions& work, Console& console)
+    : console_(console),
+      source_(clip, workerCount(work)),
+      announcer_(std::make_unique<Announcer>(console)),
+      module_(findEffect(work.effect)),
+      host_(host::Role::afterEffects, {}, hostOptions()) {
+  host_.setListener(announcer_.get());
+  effect_ = std::make_unique<host::Effect>(host_, module_);
+  fresh();
+}
+
+Workbench::~Workbench() {
+  instance_.reset();
+  effect_.reset();
+  host_.setListener(nullptr);
+}
+
+void Workbench::fresh() {
+  instance_.reset();
+  instance_ = std::make_unique<host::Instance>(*effect_, source_);
+}
+
+void Workbench::open(const host::SavedInstance& saved, std::int32_t frames) {
+  instance_.reset();
+  source_.setFrameCount(frames);
+  instance_ = std::make_unique<host::Instance>(host::Instance::open(*effect_, source_, saved));
+}
+
+void Workbench::pressAnalyze() {
+  console_.progress().begin("Analyzing", source_.info().frameCount);
+  try {
+    instance_->press("Analyze");
+  } catch (const host::Cancelled&) {
+    throw Interrupted();
+  }
+  source_.endReading();
+  console_.progress().update(source_.info().frameCount);
+  console_.progress().end();
+  if (!levels().complete) {
+    throw Failure("The effect could not analyse every frame of the clip.");
+  }
+}
+
+media::ClipInfo Workbench::layerClip() const {
+  media::ClipInfo clip = source_.clip();
+  clip.frameCount = source_.info().frameCount;
+  return clip;
+}
+
+void Workbench::analyze(const EffectOptions& options) {
+  checkAgainstClip(options, layerClip());
+  applyEffectOptions(options, layerClip(), *instance_);
+  warnOfIdleOptions(options, readSettings(*instance_), console_);
+  try {
+    pressAnalyze();
+    return;
+  } catch (const ClipBreaksOff& end) {
+    const std::int64_t announced = source_.info().frameCount;
+    if (end.frames() < 1 || end.frames() >= announced) throw;
+    source_.setFrameCount(static_cast<std::int32_t>(end.frames()));
+    console_.progress().end();
+    console_.warn(fmt::format("{} breaks off after {} of {} frames; those are done.",
+                              source_.clip().path, end.frames(), announced));
+  }
+  source_.endReading();
+  checkAgainstClip(options, layerClip());
+  fresh();
+  applyEffectOptions(options, layerClip(), *instance_);
+  pressAnalyze();
+}
+
+void Workbench::adjust(const EffectOptions& options) {
+  checkAgainstClip(options, layerClip());
+  applyEffectOptions(options, layerClip(), *instance_);
+  const EffectSettings settings = readSettings(*instance_);
+  warnOfIdleOptions(options, settings, console_);
+  if (settings.analyzed && levels().complete) return;
+  console_.note("The changed settings need a new analysis.");
+  pressAnalyze();
+}
+
+Levels Workbench::levels() {
+  return readLevels(instance_->save().sequenceData);
+}
+
+}  // namespace cli
