@@ -1,0 +1,121 @@
+// bench/kernel_bench.cpp — the kernels over a full-HD frame, a call through a pointer for each
+// pixel as a host's iteration makes it, and called by name. Floor: a callback that only copies the
+// pixel.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <memory>
+#include <string>
+
+#include "bench/bench_picture.h"
+#include "hostapi/world.h"
+#include "stats/correction_table.h"
+#include "stats/pixel_kernels.h"
+
+namespace varilum::bench {
+namespace {
+
+template <class Pixel>
+using Kernel = std::int32_t (*)(void*, std::int32_t, std::int32_t, Pixel*, Pixel*);
+
+template <class Pixel>
+constexpr PixelDepth kDepthOf = sizeof(Pixel) == 4   ? PixelDepth::bits8
+                                : sizeof(Pixel) == 8 ? PixelDepth::bits16
+                                                     : PixelDepth::float32;
+
+template <class Pixel>
+[[gnu::noinline]] std::int32_t copyPixel(void*, std::int32_t, std::int32_t, Pixel* in, Pixel* out) {
+  *out = *in;
+  return 0;
+}
+
+FrameCorrection correctionFor(std::uint8_t method, bool analyzed) {
+  const auto state = std::make_unique<SequenceState>(freshSequenceState());
+  state->correctionMethod = method;
+  state->frameDesiredLuminance = 112.5;
+  state->frameInputLuminance = 101.25;
+  state->frameDesiredSpread = 33.0f;
+  state->frameInputSpread = 30.0f;
+  buildCorrectionTable(*state, false, [](double value) { return std::log(value); });
+  FrameCorrection correction;
+  correction.analyzed = analyzed;
+  correction.method = method;
+  for (int i = 0; i < kLevels; ++i) correction.table[i] = state->correctionTable[i];
+  const std::int32_t height = kWidth / 8;
+  const std::int32_t top = (kHeight - height) / 2;
+  correction.banner = {0, top, kWidth, top + height};
+  prepareCorrection(correction,
+                    {state->frameDesiredLuminance, state->frameInputLuminance,
+                     state->frameDesiredSpread, state->frameInputSpread, state->gammaValue});
+  return correction;
+}
+
+template <class Pixel, class Call>
+void iterate(benchmark::State& state, std::uint8_t method, bool analyzed, Call call) {
+  BenchPicture source = makePicture(kDepthOf<Pixel>, Content::natural);
+  BenchPicture target = source;
+  FrameCorrection correction = correctionFor(method, analyzed);
+  auto* const in = reinterpret_cast<Pixel*>(source.bytes.data());
+  auto* const out = reinterpret_cast<Pixel*>(target.bytes.data());
+  for (auto _ : state) {
+    std::size_t i = 0;
+    for (std::int32_t y = 0; y < kHeight; ++y) {
+      for (std::int32_t x = 0; x < kWidth; ++x, ++i) {
+        if (call(&correction, x, y, in + i, out + i) != 0) state.SkipWithError("kernel failed");
+      }
+    }
+    benchmark::ClobberMemory();
+  }
+  state.counters["ns_per_pixel"] =
+      benchmark::Counter(double{kWidth} * kHeight * static_cast<double>(state.iterations()) * 1e-9,
+                         benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+template <class Pixel>
+void throughPointer(benchmark::State& state, Kernel<Pixel> kernel, std::uint8_t method,
+                    bool analyzed) {
+  // Through a volatile, so that the compiler cannot see which function is called.
+  Kernel<Pixel> volatile held = kernel;
+  const Kernel<Pixel> pointer = held;
+  iterate<Pixel>(state, method, analyzed, pointer);
+}
+
+template <class Pixel, auto kKernel>
+void byName(benchmark::State& state, std::uint8_t method) {
+  iterate<Pixel>(state, method, true,
+                 [](void* context, std::int32_t x, std::int32_t y, Pixel* in, Pixel* out) {
+                   return kKernel(context, x, y, in, out);
+                 });
+}
+
+template <class Pixel, auto kKernel>
+void registerDepth() {
+  const std::string depth = nameOf(kDepthOf<Pixel>);
+  const auto add = [&](const std::string& name, auto body) {
+    benchmark::RegisterBenchmark(name.c_str(), body)->Unit(benchmark::kMicrosecond);
+  };
+  add("floor/copy_pixel/" + depth,
+      [](benchmark::State& state) { throughPointer<Pixel>(state, copyPixel<Pixel>, 1, true); });
+  const struct {
+    std::uint8_t method;
+    const char* name;
+  } methods[] = {{1, "linear"}, {2, "shift"}, {3, "gamma"}};
+  for (const auto& [method, name] : methods) {
+    add("kernel/" + depth + "/" + name + "/pointer",
+        [method](benchmark::State& state) { throughPointer<Pixel>(state, kKernel, method, true); });
+    add("kernel/" + depth + "/" + name + "/named",
+        [method](benchmark::State& state) { byName<Pixel, kKernel>(state, method); });
+  }
+  add("kernel/" + depth + "/banner/pointer",
+      [](benchmark::State& state) { throughPointer<Pixel>(state, kKernel, 1, false); });
+}
+
+const bool kRegistered = [] {
+  registerDepth<PF_Pixel, correctPixel8>();
+  registerDepth<PF_Pixel16, correctPixel16>();
+  registerDepth<PF_PixelFloat, correctPixelFloat>();
+  return true;
+}();
+
+}  // namespace
+}  // namespace varilum::bench
