@@ -8,6 +8,7 @@
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include "cli/interrupt.h"
 #include "cli/picture_queue.h"
