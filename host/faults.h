@@ -35,11 +35,13 @@ enum class CallKind : std::uint8_t {
 };
 
 // A plan of refusals, read by every callback. With no plan, a call costs one relaxed load.
-// Counters run from arm() on; thread-safe.
+// Counters run from arm() on, until disarm(); thread-safe. To count without refusing, arm with an n
+// that is never reached.
 class Faults {
  public:
   // The n-th (1-based) call of this kind from now on fails with error (null for calls that give
-  // addresses). With sticky, all later ones of the kind too.
+  // addresses; an error of 0 stands for 4, out of memory). With sticky, all later ones of the kind
+  // too.
   void arm(CallKind kind, std::uint64_t n, std::int32_t error, bool sticky = false) noexcept;
   void disarm() noexcept;
 
@@ -50,7 +52,9 @@ class Faults {
   void resetCounts() noexcept;
 
   // For callbacks: counts the call, and gives the error to answer with, or 0.
-  std::int32_t check(CallKind kind) noexcept;
+  std::int32_t check(CallKind kind) noexcept {
+    return armed_.load(std::memory_order_relaxed) ? checkPlan(kind) : 0;
+  }
 
  private:
   static constexpr auto kKinds = static_cast<std::size_t>(CallKind::count_);
@@ -61,7 +65,11 @@ class Faults {
     std::atomic<std::int32_t> error{0};
     std::atomic<bool> sticky{false};
   };
+  std::int32_t checkPlan(CallKind kind) noexcept;
+  Plan& planOf(CallKind kind) noexcept { return plans_[static_cast<std::size_t>(kind)]; }
+
   std::array<Plan, kKinds> plans_;
+  std::atomic<bool> armed_{false};
   std::atomic<std::uint64_t> injected_{0};
 };
 

@@ -52,7 +52,9 @@ class Instance;
 // One parameter of an instance. Numbers: sliders in their own units, checkboxes 0 or 1, popups
 // 1-based. Values are clamped to the declared range. set and setAt are edits as a user makes them:
 // the effect is told (USER_CHANGED_PARAM when supervised, then UPDATE_PARAMS_UI) and its own
-// changes are taken over. Throws Error for a parameter of another kind or a bad frame.
+// changes are taken over. On a parameter that has keyframes, set makes one at the current frame.
+// Throws Error for a parameter of another kind or a bad frame. Valid as long as the instance is,
+// wherever that has been moved to.
 class Parameter {
  public:
   std::int32_t index() const noexcept { return index_; }
@@ -75,8 +77,8 @@ class Parameter {
 
  private:
   friend class Instance;
-  Parameter(Instance& instance, std::int32_t index) : instance_(&instance), index_(index) {}
-  Instance* instance_;
+  Parameter(InstanceState& instance, std::int32_t index) : instance_(&instance), index_(index) {}
+  InstanceState* instance_;
   std::int32_t index_;
 };
 

@@ -16,6 +16,9 @@ enum class MessageKind {
 // Calls come on the thread that sent the command, except boxes, which may come on any.
 class Listener {
  public:
+  Listener() = default;
+  Listener(const Listener&) = default;
+  Listener& operator=(const Listener&) = default;
   virtual ~Listener() = default;
 
   virtual void message(MessageKind kind, std::string_view caption, std::string_view text);

@@ -6,7 +6,7 @@
 #include "hostapi/scalars.h"
 
 struct A_Time;
-struct PF_ParamDefUnion;
+union PF_ParamDefUnion;
 
 struct AEGP_EffectSuite4 {
   std::int32_t (*AEGP_GetLayerNumEffects)(AEGP_LayerH, std::int32_t*);

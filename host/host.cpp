@@ -1,0 +1,73 @@
+// host/host.cpp — the application that effects run in.
+#include "host/host.h"
+
+#include <array>
+#include <utility>
+
+#include "host/aegp_memory.h"
+#include "host/handles.h"
+#include "host/host_state.h"
+
+namespace host {
+
+Host::Host(Role role, ApiVersion version, HostOptions options)
+    : state_(std::make_unique<HostState>(role, version, std::move(options))) {}
+
+Host::~Host() = default;
+
+Role Host::role() const noexcept {
+  return state_->role;
+}
+ApiVersion Host::version() const noexcept {
+  return state_->version;
+}
+const HostOptions& Host::options() const noexcept {
+  return state_->options;
+}
+void Host::setListener(Listener* listener) noexcept {
+  state_->listener.store(listener);
+}
+Faults& Host::faults() noexcept {
+  return state_->faults;
+}
+
+Outstanding Host::outstanding() const {
+  const HandleCount held = countHandles(*state_);
+  const Accounts& accounts = state_->accounts;
+  Outstanding open;
+  open.handles = held.handles;
+  open.locks = held.locks;
+  open.paramCheckouts = accounts.paramCheckouts.load();
+  open.layerCheckouts = accounts.layerCheckouts.load();
+  open.suites = state_->suites.total();
+  open.aegpHandles = countAegpMemory(*state_);
+  open.progressDialogs = accounts.progressDialogs.load();
+  open.preRenders = accounts.preRenders.load();
+  open.drawingObjects = accounts.drawingObjects.load();
+  return open;
+}
+
+std::string Outstanding::describe() const {
+  struct Line {
+    std::int64_t count;
+    const char* noun;
+  };
+  const std::array<Line, 9> lines{{{handles, "handle"},
+                                   {locks, "lock"},
+                                   {paramCheckouts, "parameter check-out"},
+                                   {layerCheckouts, "layer check-out"},
+                                   {suites, "suite reference"},
+                                   {aegpHandles, "application handle"},
+                                   {progressDialogs, "progress dialog"},
+                                   {preRenders, "pre-render"},
+                                   {drawingObjects, "drawing object"}}};
+  std::string text;
+  for (const Line& line : lines) {
+    if (line.count == 0) continue;
+    if (!text.empty()) text += ", ";
+    text += std::to_string(line.count) + " " + line.noun + (line.count == 1 ? "" : "s");
+  }
+  return text.empty() ? "nothing" : text;
+}
+
+}  // namespace host

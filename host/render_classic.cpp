@@ -1,0 +1,83 @@
+// host/render_classic.cpp — FRAME_SETUP, RENDER and FRAME_SETDOWN.
+#include "host/effect_state.h"
+#include "host/error.h"
+#include "host/render.h"
+#include "host/render_target.h"
+
+namespace host {
+namespace {
+
+void checkDepth(const EffectState& effect, Depth depth) {
+  const bool deep =
+      (effect.outFlags & static_cast<std::uint32_t>(PF_OutFlag_DEEP_COLOR_AWARE)) != 0 &&
+      effect.state.role != Role::premiere;
+  if (depth == Depth::bits8 || (depth == Depth::bits16 && deep)) return;
+  throw Error("The effect's plain render command does not work at this depth.");
+}
+
+struct FrameLoan {
+  SequenceCopy& copy;
+  std::unique_ptr<LayerFrame> frame;
+  ~FrameLoan() {
+    if (frame) copy.frames.giveBack(copy.effect.state, std::move(frame));
+  }
+};
+
+}  // namespace
+
+std::string renderClassic(SequenceCopy& copy, std::int32_t frame, Depth depth, Image& output) {
+  EffectState& effect = copy.effect;
+  HostState& state = effect.state;
+  checkDepth(effect, depth);
+  const LayerInfo& layer = copy.layer.info();
+  const std::int32_t time = copy.frameTime(frame);
+  const std::string what = "render frame " + std::to_string(frame);
+  const Margins margins = stressMargins(state.options.stress);
+  std::string key = baseCacheKey(copy, time, depth, RenderPath::classic);
+
+  Command setup(effect, &copy, PF_Cmd_FRAME_SETUP);
+  setup.setTime(time);
+  setup.giveParams();
+  setup.out.width = layer.width;
+  setup.out.height = layer.height;
+  setup.require(setup.send(), what);
+  void** const frameData = setup.out.frame_data;
+  const bool skipped = setup.out.width == 0 && setup.out.height == 0;
+
+  std::exception_ptr failure;
+  try {
+    if (skipped) {
+      clear(output);
+    } else {
+      FrameLoan input{copy, copy.frames.read(state, copy.layer, frame, depth, margins)};
+      RenderTarget target(state, output, {0, 0, layer.width, layer.height}, depth, margins);
+      Command render(effect, &copy, PF_Cmd_RENDER);
+      render.setTime(time);
+      render.in.frame_data = frameData;
+      render.out.frame_data = frameData;
+      // The picture stands at one place in the input and in the output: nothing was grown.
+      target.world().extent_hint = {margins.left, margins.top, margins.left + layer.width,
+                                    margins.top + layer.height};
+      render.in.extent_hint = target.world().extent_hint;
+      render.in.output_origin_x = margins.left;
+      render.in.output_origin_y = margins.top;
+      render.giveParams(&input.frame->world);
+      render.require(render.send(nullptr, &target.world()), what);
+      target.finish(state);
+    }
+  } catch (...) {
+    failure = std::current_exception();
+  }
+
+  Command setdown(effect, &copy, PF_Cmd_FRAME_SETDOWN);
+  setdown.setTime(time);
+  setdown.in.frame_data = frameData;
+  setdown.out.frame_data = frameData;
+  setdown.giveParams();
+  const std::int32_t result = setdown.send();
+  if (failure) std::rethrow_exception(failure);
+  setdown.require(result, what);
+  return key;
+}
+
+}  // namespace host

@@ -1,0 +1,106 @@
+// host/render_smart.cpp — SMART_PRE_RENDER and SMART_RENDER.
+#include <algorithm>
+
+#include "host/callback_tables.h"
+#include "host/effect_state.h"
+#include "host/error.h"
+#include "host/render.h"
+#include "host/render_target.h"
+#include "host/smart_frame.h"
+
+namespace host {
+namespace {
+
+constexpr std::int16_t kFirstMinorWithGuidMixIn = 9;
+
+// Takes back what the effect did not check in; it need not.
+void takeBackPixels(SmartFrame& smart, SequenceCopy& copy) {
+  HostState& state = copy.effect.state;
+  for (auto& [id, request] : smart.layers) {
+    if (!request.pixels) continue;
+    copy.frames.giveBack(state, std::move(request.pixels));
+    state.accounts.layerCheckouts.fetch_sub(1);
+  }
+}
+
+PF_RenderRequest wholeLayer(const LayerInfo& layer) {
+  PF_RenderRequest request{};
+  request.rect = {0, 0, layer.width, layer.height};
+  request.field = PF_Field_FRAME;
+  request.channel_mask = PF_ChannelMask_ARGB;
+  return request;
+}
+
+std::string asText(const std::vector<std::byte>& bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+void place(Command& command, const Margins& margins, std::int32_t time) {
+  command.setTime(time);
+  command.in.output_origin_x = margins.left;
+  command.in.output_origin_y = margins.top;
+}
+
+void preRender(SmartFrame& smart, SequenceCopy& copy, std::int32_t time,
+               const PF_RenderRequest& request, const std::string& what) {
+  HostState& state = copy.effect.state;
+  PF_PreRenderInput input{};
+  input.output_request = request;
+  input.bitdepth = static_cast<std::int16_t>(smart.depth);
+  PF_PreRenderExtra extra{&input, &smart.output,
+                          preRenderCallbacks(state.version.minor >= kFirstMinorWithGuidMixIn)};
+  Command command(copy.effect, &copy, PF_Cmd_SMART_PRE_RENDER);
+  place(command, smart.margins, time);
+  command.smart = &smart;
+  const std::int32_t result = command.send(&extra);
+  // The host's from here on, whatever the result.
+  if (smart.output.pre_render_data != nullptr) state.accounts.preRenders.fetch_add(1);
+  command.require(result, what);
+}
+
+void render(SmartFrame& smart, SequenceCopy& copy, std::int32_t time,
+            const PF_RenderRequest& request, const std::string& what) {
+  PF_SmartRenderInput input{};
+  input.output_request = request;
+  input.bitdepth = static_cast<std::int16_t>(smart.depth);
+  input.pre_render_data = smart.output.pre_render_data;
+  PF_SmartRenderExtra extra{&input, smartRenderCallbacks()};
+  Command command(copy.effect, &copy, PF_Cmd_SMART_RENDER);
+  place(command, smart.margins, time);
+  command.smart = &smart;
+  const std::int32_t result = command.send(&extra);
+  takeBackPixels(smart, copy);
+  command.require(result, what);
+}
+
+}  // namespace
+
+std::string renderSmart(SequenceCopy& copy, std::int32_t frame, Depth depth, Image& output) {
+  HostState& state = copy.effect.state;
+  const LayerInfo& layer = copy.layer.info();
+  const std::int32_t time = copy.frameTime(frame);
+  const std::string what = "render frame " + std::to_string(frame);
+  const PF_RenderRequest request = wholeLayer(layer);
+  SmartFrame smart(copy.effect);
+  smart.depth = depth;
+  smart.margins = stressMargins(state.options.stress);
+  preRender(smart, copy, time, request, what);
+  std::string key = baseCacheKey(copy, time, depth, RenderPath::smart) + asText(smart.mixedIn);
+
+  PF_LRect result = smart.output.result_rect;
+  result.left = std::max(result.left, 0);
+  result.top = std::max(result.top, 0);
+  result.right = std::min(result.right, layer.width);
+  result.bottom = std::min(result.bottom, layer.height);
+  if (result.right <= result.left || result.bottom <= result.top) {
+    clear(output);
+    return key;
+  }
+  RenderTarget target(state, output, result, depth, smart.margins);
+  smart.target = &target.world();
+  render(smart, copy, time, request, what);
+  target.finish(state);
+  return key;
+}
+
+}  // namespace host

@@ -1,0 +1,69 @@
+// host/render_target.cpp — the world that an effect renders into.
+#include "host/render_target.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "host/host_state.h"
+
+namespace host {
+namespace {
+
+// Row padding of outputs differs from that of inputs, and keeps the pixels aligned.
+std::int32_t outputPadding(const Stress& stress) noexcept {
+  return stress.rowPadding > 0 ? 2 * stress.rowPadding + 16 : 0;
+}
+
+bool covers(const PF_LRect& rect, const Image& image) noexcept {
+  return rect.left <= 0 && rect.top <= 0 && rect.right >= image.width() &&
+         rect.bottom >= image.height();
+}
+
+}  // namespace
+
+Margins stressMargins(const Stress& stress) noexcept {
+  const std::int32_t x = std::max(stress.originX, 0);
+  const std::int32_t y = std::max(stress.originY, 0);
+  return {x, y, x > 0 ? x + 1 : 0, y > 0 ? y + 1 : 0};
+}
+
+void clear(Image& image) noexcept {
+  for (std::int32_t y = 0; y < image.height(); ++y) {
+    std::memset(image.row(y), 0,
+                static_cast<std::size_t>(image.width()) *
+                    static_cast<std::size_t>(pixelBytes(image.depth())));
+  }
+}
+
+RenderTarget::RenderTarget(HostState& host, Image& output, const PF_LRect& result, Depth depth,
+                           const Margins& margins)
+    : output_(output), result_(result) {
+  const std::int32_t padding = outputPadding(host.options.stress);
+  if (padding == 0 && margins.none() && covers(result, output)) {
+    if (host.options.stress.poisonMemory) {
+      for (std::int32_t y = 0; y < output.height(); ++y) {
+        std::memset(output.row(y), 0xCD, static_cast<std::size_t>(output.rowBytes()));
+      }
+    }
+    world_ = output.world(true);
+    return;
+  }
+  window_.emplace(result.right - result.left, result.bottom - result.top, depth, padding, margins);
+  world_ = window_->world(true);
+  world_.origin_x += result.left;
+  world_.origin_y += result.top;
+}
+
+void RenderTarget::finish(HostState& host) {
+  if (!window_) return;
+  if (!window_->intact()) host.report("the effect wrote outside its output");
+  if (!covers(result_, output_)) clear(output_);
+  const auto pixel = static_cast<std::size_t>(pixelBytes(output_.depth()));
+  for (std::int32_t y = result_.top; y < result_.bottom; ++y) {
+    std::memcpy(output_.row(y) + static_cast<std::size_t>(result_.left) * pixel,
+                window_->row(y - result_.top),
+                static_cast<std::size_t>(result_.right - result_.left) * pixel);
+  }
+}
+
+}  // namespace host

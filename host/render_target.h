@@ -1,0 +1,36 @@
+// host/render_target.h — the world that an effect renders into.
+#pragma once
+
+#include <optional>
+
+#include "host/host.h"
+#include "host/window_world.h"
+#include "hostapi/geometry.h"
+
+namespace host {
+
+// The effect's result covers a part of the layer (usually all of it). Without stress the world is
+// the output image itself; otherwise a window of its own, copied out at the end.
+class RenderTarget {
+ public:
+  // result: within the layer's bounds, not empty; output has the layer's size.
+  RenderTarget(HostState& host, Image& output, const PF_LRect& result, Depth depth,
+               const Margins& margins);
+
+  PF_EffectWorld& world() noexcept { return world_; }
+  // Reports writes outside the picture; what the result does not cover becomes transparent.
+  void finish(HostState& host);
+
+ private:
+  Image& output_;
+  PF_LRect result_;
+  std::optional<WindowWorld> window_;
+  PF_EffectWorld world_{};
+};
+
+// Room that Stress.originX and originY ask for around the picture.
+Margins stressMargins(const Stress& stress) noexcept;
+
+void clear(Image& image) noexcept;
+
+}  // namespace host

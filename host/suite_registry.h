@@ -1,0 +1,36 @@
+// host/suite_registry.h — which suites the host has, and who holds them.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace host {
+
+class HostState;
+enum class Role;
+
+// The row of a suite in the host's table, or -1 when a host of this role has no such suite. Names
+// are compared exactly.
+int findSuite(Role role, std::string_view name, std::int32_t version) noexcept;
+const void* suiteTable(int suite) noexcept;
+const char* suiteName(int suite) noexcept;
+std::int32_t suiteVersion(int suite) noexcept;
+
+inline constexpr std::size_t kMaxSuites = 32;
+
+// References held to each suite of one host. [any thread]
+class SuiteLedger {
+ public:
+  void acquire(int suite) noexcept { held_[static_cast<std::size_t>(suite)].fetch_add(1); }
+  // False when nobody held it.
+  bool release(int suite) noexcept;
+  std::int64_t total() const noexcept;
+
+ private:
+  std::array<std::atomic<std::int64_t>, kMaxSuites> held_{};
+};
+
+}  // namespace host
