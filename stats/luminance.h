@@ -15,30 +15,50 @@ struct LuminanceWeights {
 
 void fillLuminanceWeights(LuminanceWeights& weights) noexcept;
 
-// 100 times the luminance before it is cut to a whole level, that is 30 r + 59 g + 11 b + 50. Cut
-// to hundreds it gives the level, unless it is a whole hundred: there the sum of the double weights
-// may stand a hair below the level, and luminanceOfTie must decide.
-constexpr std::uint16_t luminanceHundredths(unsigned red, unsigned green, unsigned blue) noexcept {
-  return static_cast<std::uint16_t>(30 * red + 59 * green + 11 * blue + 50);
+// Weights in fixed point, their lowest kLuminanceShift bits behind the point; red carries the half
+// that rounds. Each is the exact product rounded, so a sum is within 2 units of the exact one.
+struct FixedWeights {
+  std::uint32_t red[256];
+  std::uint32_t green[256];
+  std::uint32_t blue[256];
+};
+
+inline constexpr int kLuminanceShift = 24;
+inline constexpr std::uint32_t kTieMargin = 2;
+
+constexpr FixedWeights makeFixedWeights() noexcept {
+  constexpr std::uint64_t kOne = std::uint64_t{1} << kLuminanceShift;
+  FixedWeights weights{};
+  for (std::uint64_t level = 0; level < 256; ++level) {
+    const auto hundredths = [](std::uint64_t count) {
+      return static_cast<std::uint32_t>((count * kOne + 50) / 100);
+    };
+    weights.red[level] = hundredths(30 * level + 50) + kTieMargin;
+    weights.green[level] = hundredths(59 * level);
+    weights.blue[level] = hundredths(11 * level);
+  }
+  return weights;
 }
 
-// hundredths / 100, by a multiplication that vector units have; exact up to 25550, white.
-constexpr std::uint16_t wholeHundreds(std::uint16_t hundredths) noexcept {
-  const std::uint32_t quarter = hundredths >> 2;
-  return static_cast<std::uint16_t>(static_cast<std::uint16_t>(quarter * 5243 >> 16) >> 1);
-}
+inline constexpr FixedWeights kFixedWeights = makeFixedWeights();
 
-// Level of a pixel by the sum of the double weights: one colour in a hundred needs it.
+// Level of a colour whose exact luminance lies halfway between two levels, one colour in a hundred:
+// the sum of the double weights may come out a hair below, and decides.
 std::uint8_t luminanceOfTie(unsigned red, unsigned green, unsigned blue) noexcept;
 
 // Luminance level 0..255 of 8-bit channels: truncate(wr + wg + wb + 0.5), clamped, with the sums
-// of the double weights in this order. Exact for all 16.7 million colours.
+// of the double weights in this order. Exact for all 16.7 million colours: apart from the ties,
+// exact sums keep a hundredth of a level away from the next whole one, far more than fixed point
+// and doubles lose.
 inline std::uint8_t luminanceLevel(std::uint8_t red, std::uint8_t green,
                                    std::uint8_t blue) noexcept {
-  const std::uint16_t hundredths = luminanceHundredths(red, green, blue);
-  const std::uint16_t level = wholeHundreds(hundredths);
-  if (level * 100 == hundredths) return luminanceOfTie(red, green, blue);
-  return static_cast<std::uint8_t>(level);
+  const std::uint32_t sum =
+      kFixedWeights.red[red] + kFixedWeights.green[green] + kFixedWeights.blue[blue];
+  const std::uint32_t fraction = sum << (32 - kLuminanceShift);
+  if (fraction <= 2 * kTieMargin << (32 - kLuminanceShift)) [[unlikely]] {
+    return luminanceOfTie(red, green, blue);
+  }
+  return static_cast<std::uint8_t>(sum >> kLuminanceShift);
 }
 
 }  // namespace varilum
