@@ -10,14 +10,14 @@ namespace varilum {
 namespace {
 
 struct KeptArrays {
-  const SPBasicSuite* host;
+  void** host;  // its global data
   ArrayHandles handles;
 };
 
 struct Registry {
   std::mutex mutex;
-  std::map<void**, const SPBasicSuite*> live;  // header and its host
-  std::map<void**, KeptArrays> kept;           // by image
+  std::map<void**, void**> live;      // header, and its host's global data
+  std::map<void**, KeptArrays> kept;  // by image
 };
 
 Registry& registry() noexcept {
@@ -36,7 +36,7 @@ void disposeAll(const PF_InData& in, const ArrayHandles& arrays) noexcept {
 void registerLive(const PF_InData& in, void** header) {
   Registry& table = registry();
   const std::lock_guard lock{table.mutex};
-  table.live[header] = in.pica_basicP;
+  table.live[header] = in.global_data;
 }
 
 void forgetLive(void** header) noexcept {
@@ -57,7 +57,7 @@ void keepArraysOfImage(const PF_InData& in, void** image, const ArrayHandles& ar
     Registry& table = registry();
     const std::lock_guard lock{table.mutex};
     KeptArrays& entry = table.kept[image];
-    stale = std::exchange(entry, KeptArrays{in.pica_basicP, arrays}).handles;
+    stale = std::exchange(entry, KeptArrays{in.global_data, arrays}).handles;
   }
   disposeAll(in, stale);
 }
@@ -76,7 +76,7 @@ void disposeArraysOfImage(const PF_InData& in, void** image) noexcept {
 }
 
 void releaseRegistry(const PF_InData& in) noexcept {
-  const auto ofThisHost = [&in](const SPBasicSuite* host) { return host == in.pica_basicP; };
+  const auto ofThisHost = [&in](void** host) { return host == in.global_data; };
   std::map<void**, KeptArrays> released;
   {
     Registry& table = registry();

@@ -30,7 +30,7 @@ void keepArraysOfImage(const PF_InData& in, void** image, const ArrayHandles& ar
 void disposeArraysOfImage(const PF_InData& in, void** image) noexcept;
 
 // The host unloads the effect: disposes everything kept for it, and forgets its live instances.
-// Other hosts in the process, told apart by their basic suite, keep theirs.
+// Other hosts in the process, told apart by their global data, keep theirs.
 void releaseRegistry(const PF_InData& in) noexcept;
 
 }  // namespace varilum
