@@ -14,9 +14,9 @@
 namespace media {
 
 struct ReadOptions {
-  std::optional<int> startNumber;     ///< first file of a sequence; else the lowest that is there
-  std::optional<Rational> frameRate;  ///< of a sequence (24 unless given) or an untimed stream
-  int threads = 0;                    ///< decoder threads; 0: one a core
+  std::optional<int> startNumber{};     ///< first file of a sequence; else the lowest that is there
+  std::optional<Rational> frameRate{};  ///< of a sequence (24 unless given) or an untimed stream
+  int threads = 0;                      ///< decoder threads; 0: one a core
 };
 
 /// One open clip. `path` is anything FFmpeg reads, a numbered pattern ("shot.%05d.png"), a pattern

@@ -23,16 +23,17 @@ struct FrameRange {
 };
 
 struct WriteOptions {
-  std::string codec;        ///< encoder or codec name; empty: the input's codec where possible
-  std::string pixelFormat;  ///< empty: the input's, or the nearest with no fewer bits or chroma
-  std::optional<double> quality;  ///< the encoder's own scale (crf, qscale); unset: looks lossless
-  std::string preset;             ///< of encoders that have presets
-  std::vector<std::pair<std::string, std::string>> encoderOptions;  ///< any further key=value
-  bool audio = true;                                                ///< copy audio streams
-  bool otherStreams = true;          ///< copy subtitles, data and cover art
-  bool overwrite = false;            ///< replace an existing output when the new one is whole
-  std::optional<FrameRange> frames;  ///< only these are written: sound is cut to fit
-  std::optional<int> startNumber;    ///< first number of an image sequence; else the input's, or 1
+  std::string codec{};        ///< encoder or codec name; empty: the input's codec where possible
+  std::string pixelFormat{};  ///< empty: the input's, or the nearest with no fewer bits or chroma
+  std::optional<double>
+      quality{};         ///< the encoder's own scale (crf, qscale); unset: looks lossless
+  std::string preset{};  ///< of encoders that have presets
+  std::vector<std::pair<std::string, std::string>> encoderOptions{};  ///< any further key=value
+  bool audio = true;                                                  ///< copy audio streams
+  bool otherStreams = true;            ///< copy subtitles, data and cover art
+  bool overwrite = false;              ///< replace an existing output when the new one is whole
+  std::optional<FrameRange> frames{};  ///< only these are written: sound is cut to fit
+  std::optional<int> startNumber{};  ///< first number of an image sequence; else the input's, or 1
   int threads = 0;                   ///< encoder threads; 0: the encoder's choice
 };
 

@@ -60,7 +60,7 @@ SequenceOutput::SequenceOutput(const std::string& path, const ClipInfo& format, 
   EncoderInput input;
   input.pixelFormat = av_get_pix_fmt(format.pixelFormat.c_str());
   input.range = format.colourRange == "pc" ? AVCOL_RANGE_JPEG : AVCOL_RANGE_UNSPECIFIED;
-  const std::string extension = fs::path(pattern_.suffix).extension().string();
+  const std::string extension = fs::path(pattern_.fileName(0)).extension().string();
   const EncoderPlan plan = planPictureEncoder(input, extension, options);
   notes_ = plan.notes;
   if (!format.otherStreams.empty() && options.audio) {
