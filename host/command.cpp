@@ -137,10 +137,8 @@ std::int32_t Command::send(void* extra, PF_LayerDef* output) {
     const std::lock_guard guard(all.mutex);
     all.commands[ref_] = this;
   }
-  const std::uint32_t globalLocks = handleLocks(in.global_data);
-  const std::uint32_t sequenceLocks = handleLocks(in.sequence_data);
-  lockHandle(in.global_data);
-  lockHandle(in.sequence_data);
+  hold(global_, in.global_data);
+  hold(sequence_, in.sequence_data);
 
   std::int32_t result = PF_Err_INTERNAL_STRUCT_DAMAGED;
   try {
@@ -159,7 +157,9 @@ std::int32_t Command::send(void* extra, PF_LayerDef* output) {
     all.commands.erase(ref_);
   }
   takeBack();
-  settleHandles(globalLocks, sequenceLocks);
+  letGo(global_, "global data");
+  letGo(sequence_, "sequence data");
+  takeSequenceData();
   // A replaced value handle is the host's now; the one that was lent is then the effect's to free.
   for (std::size_t i = 1; i < params.size() && i < values_.size(); ++i) {
     if (values_[i].opaque) values_[i].opaque->adopt(params[i].u.arb_d.value);
@@ -169,26 +169,37 @@ std::int32_t Command::send(void* extra, PF_LayerDef* output) {
   return result;
 }
 
-void Command::settleHandles(std::uint32_t globalLocks, std::uint32_t sequenceLocks) {
-  const auto settle = [&](void** handle, std::uint32_t before, const char* what) {
-    if (handle == nullptr || !isLiveHandle(handle)) return;
-    const std::uint32_t now = handleLocks(handle);
-    if (now != before + 1) {
-      effect.state.report("command " + std::to_string(command) + " left the locks of the " + what +
-                          " unbalanced: " + std::to_string(now) + " instead of " +
-                          std::to_string(before + 1));
-    }
-    restoreLocks(handle, before);
-  };
-  settle(in.global_data, globalLocks, "global data");
-  settle(in.sequence_data, sequenceLocks, "sequence data");
+void Command::hold(Held& held, void** handle) noexcept {
+  if (handle == nullptr) return;
+  held.handle = handle;
+  held.serial = handleSerial(handle);
+  lockHandle(handle);
+}
+
+void Command::noteLock(void** handle, std::int32_t by) noexcept {
+  if (handle != nullptr && handle == global_.handle) global_.balance.fetch_add(by);
+  if (handle != nullptr && handle == sequence_.handle) sequence_.balance.fetch_add(by);
+}
+
+// The lock state is again as it was before, unless the effect disposed of the handle.
+void Command::letGo(Held& held, const char* what) {
+  if (held.handle == nullptr || handleSerial(held.handle) != held.serial) return;
+  const std::int32_t extra = held.balance.load();
+  if (extra != 0) {
+    effect.state.report("command " + std::to_string(command) + " left the locks of the " + what +
+                        " unbalanced by " + std::to_string(extra));
+  }
+  adjustLocks(held.handle, -1 - extra);
+}
+
+void Command::takeSequenceData() {
   if (copy == nullptr) return;
   if (mayReplaceSequenceData(command)) {
     copy->sequenceData = command == PF_Cmd_SEQUENCE_SETDOWN ? nullptr : out.sequence_data;
     if (out.sequence_data != in.sequence_data && isLiveHandle(out.sequence_data) &&
         handleLocks(out.sequence_data) != 0) {
       effect.state.report("command " + std::to_string(command) + " gave back locked sequence data");
-      restoreLocks(out.sequence_data, 0);
+      adjustLocks(out.sequence_data, -static_cast<std::int32_t>(handleLocks(out.sequence_data)));
     }
   } else if (command != PF_Cmd_GET_FLATTENED_SEQUENCE_DATA &&
              out.sequence_data != in.sequence_data) {

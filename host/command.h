@@ -60,6 +60,9 @@ class Command {
   // [any thread that may call back] Callbacks keep an exception here; gives the error to answer.
   std::int32_t keepFailure() noexcept;
 
+  // The effect locked (by 1) or unlocked (by -1) a handle.
+  void noteLock(void** handle, std::int32_t by) noexcept;
+
   EffectState& effect;
   SequenceCopy* const copy;
   const std::int32_t command;
@@ -79,13 +82,23 @@ class Command {
  private:
   friend Command* commandOf(PF_ProgPtr ref, const char* callback) noexcept;
 
-  void settleHandles(std::uint32_t globalLocks, std::uint32_t sequenceLocks);
+  // A handle that the host keeps locked while the effect runs.
+  struct Held {
+    void** handle = nullptr;
+    std::uint64_t serial = 0;
+    std::atomic<std::int32_t> balance{0};  // of the effect's own locks
+  };
+  static void hold(Held& held, void** handle) noexcept;
+  void letGo(Held& held, const char* what);
+  void takeSequenceData();
   void takeBack();
   void showMessage();
 
   std::vector<Value> values_;  // arbitrary values lent to params
   std::vector<PF_ParamDef*> pointers_;
   std::exception_ptr failure_;
+  Held global_;
+  Held sequence_;
   PF_ProgPtr ref_;
   Command* outer_ = nullptr;
 };

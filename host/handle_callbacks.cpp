@@ -1,6 +1,7 @@
 // host/handle_callbacks.cpp — handles as effects ask for them, refusals included.
 #include "host/handle_callbacks.h"
 
+#include "host/command.h"
 #include "host/handles.h"
 #include "host/host_state.h"
 #include "hostapi/commands.h"
@@ -17,7 +18,11 @@ void* effectLockHandle(void** handle) {
   HostState* host = currentHost();
   if (host != nullptr && host->faults.check(CallKind::lockHandle) != 0) return nullptr;
   if (handle == nullptr && host != nullptr) host->report("lock: no handle");
-  return lockHandle(handle);
+  void* const address = lockHandle(handle);
+  if (Command* command = currentCommand(); command != nullptr && address != nullptr) {
+    command->noteLock(handle, 1);
+  }
+  return address;
 }
 
 void effectUnlockHandle(void** handle) {
@@ -25,6 +30,7 @@ void effectUnlockHandle(void** handle) {
     if (HostState* host = currentHost()) host->report("unlock: no handle");
     return;
   }
+  if (Command* command = currentCommand()) command->noteLock(handle, -1);
   unlockHandle(handle);
 }
 

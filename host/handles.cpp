@@ -24,11 +24,13 @@ struct Block {
   std::uint32_t locks = 0;
   bool kept = false;
   HostState* owner = nullptr;
+  std::uint64_t serial = 0;
 };
 
 struct Table {
   std::mutex mutex;
   std::unordered_map<void**, Block*> blocks;
+  std::uint64_t serials = 0;
 };
 
 // Never destroyed: effects may dispose of handles while the process ends.
@@ -112,6 +114,7 @@ void** createHandle(HostState& owner, std::uint64_t bytes) noexcept {
   try {
     Table& all = table();
     const std::lock_guard guard(all.mutex);
+    block->serial = ++all.serials;
     all.blocks.emplace(&block->data, block);
   } catch (const std::bad_alloc&) {
     ::operator delete(block->data, kAlignment);
@@ -187,14 +190,20 @@ std::uint32_t handleLocks(void** handle) noexcept {
   return withBlock<std::uint32_t>("locks", handle, 0, [](Block& block) { return block.locks; });
 }
 
-void restoreLocks(void** handle, std::uint32_t locks) noexcept {
+void adjustLocks(void** handle, std::int32_t by) noexcept {
   withBlock("locks", handle, true, [&](Block& block) {
-    if (block.locks != locks) {
-      block.locks = locks;
-      settle(block);
-    }
+    const std::int64_t locks = static_cast<std::int64_t>(block.locks) + by;
+    block.locks = static_cast<std::uint32_t>(locks < 0 ? 0 : locks);
+    settle(block);
     return true;
   });
+}
+
+std::uint64_t handleSerial(void** handle) noexcept {
+  Table& all = table();
+  const std::lock_guard guard(all.mutex);
+  const auto found = all.blocks.find(handle);
+  return found == all.blocks.end() ? 0 : found->second->serial;
 }
 
 void markKept(void** handle) noexcept {

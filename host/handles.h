@@ -31,8 +31,10 @@ bool isLiveHandle(void** handle) noexcept;
 HostState* handleOwner(void** handle) noexcept;
 
 std::uint32_t handleLocks(void** handle) noexcept;
-// Brings the lock count to a value that was read before.
-void restoreLocks(void** handle, std::uint32_t locks) noexcept;
+// Changes the lock count by hand, never below 0.
+void adjustLocks(void** handle, std::int32_t by) noexcept;
+// Tells a handle from a later one at the same address; 0 for what is no live handle.
+std::uint64_t handleSerial(void** handle) noexcept;
 
 // What the effect gave the host to keep for the effect's whole life is not counted as outstanding.
 void markKept(void** handle) noexcept;

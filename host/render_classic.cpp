@@ -32,7 +32,8 @@ std::string renderClassic(SequenceCopy& copy, std::int32_t frame, Depth depth, I
   const LayerInfo& layer = copy.layer.info();
   const std::int32_t time = copy.frameTime(frame);
   const std::string what = "render frame " + std::to_string(frame);
-  const Margins margins = stressMargins(state.options.stress);
+  // Plain rendering draws on the whole world: it is the layer, with no room around it.
+  const Margins margins;
   std::string key = baseCacheKey(copy, time, depth, RenderPath::classic);
 
   Command setup(effect, &copy, PF_Cmd_FRAME_SETUP);
@@ -55,12 +56,6 @@ std::string renderClassic(SequenceCopy& copy, std::int32_t frame, Depth depth, I
       render.setTime(time);
       render.in.frame_data = frameData;
       render.out.frame_data = frameData;
-      // The picture stands at one place in the input and in the output: nothing was grown.
-      target.world().extent_hint = {margins.left, margins.top, margins.left + layer.width,
-                                    margins.top + layer.height};
-      render.in.extent_hint = target.world().extent_hint;
-      render.in.output_origin_x = margins.left;
-      render.in.output_origin_y = margins.top;
       render.giveParams(&input.frame->world);
       render.require(render.send(nullptr, &target.world()), what);
       target.finish(state);
