@@ -1,7 +1,9 @@
 // tests/effect/lifecycle_test.cpp — saving, opening and duplicating instances; layers that change.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
+#include <limits>
 
 #include "tests/effect/test_footage.h"
 
@@ -143,7 +145,7 @@ std::vector<std::byte> image13(std::int32_t frames) {
     put(bytes, entry + 4128, 10.0 + double(i));
     put(bytes, entry + 4136, std::uint8_t{1});
     put(bytes, entry + 4137, std::uint8_t{1});
-    const std::int32_t geometry[8] = {1, 0, 0, 0, 90, 70, 90, 70};
+    const std::array<std::int32_t, 8> geometry{1, 0, 0, 0, 90, 70, 90, 70};
     put(bytes, entry + 4160, geometry);
   }
   return bytes;

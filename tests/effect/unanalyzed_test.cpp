@@ -65,7 +65,11 @@ TEST(Unanalyzed, TheBandCrossesTheMiddleAndTheRestIsUntouched) {
             if (same(to, {from.alpha, ink, ink, ink})) {
               ++inked;
             } else {
-              ASSERT_TRUE(same(to, tinted(from, depth))) << x << "," << y;
+              const Pixel want = tinted(from, depth);
+              ASSERT_TRUE(same(to, want))
+                  << x << "," << y << " depth " << static_cast<int>(depth) << " red " << to.red
+                  << " for " << want.red << ", green " << to.green << " for " << want.green
+                  << ", blue " << to.blue << " for " << want.blue;
             }
           }
         }
