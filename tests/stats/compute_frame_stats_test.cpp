@@ -1,4 +1,5 @@
 // tests/stats/compute_frame_stats_test.cpp — levels, spreads, counts and reuse.
+// (Unary plus copies a packed field out: a reference to it would be misaligned.)
 #include "stats/compute_frame_stats.h"
 
 #include <gtest/gtest.h>
@@ -64,8 +65,8 @@ TEST(ComputeFrameStats, FillsEveryFieldOfTheRecord) {
   EXPECT_EQ(m.stats.luminanceSum, 12 * 100 + 16 * 255);
   EXPECT_EQ(m.stats.totalPixels, 200);
   const double mean = static_cast<float>(5280.0 / 28.0);
-  EXPECT_EQ(m.stats.inputLuminance, mean);
-  EXPECT_EQ(m.stats.inputSpread, 12 * std::fabs(100 - mean) / 28);
+  EXPECT_EQ(+m.stats.inputLuminance, mean);
+  EXPECT_EQ(+m.stats.inputSpread, 12 * std::fabs(100 - mean) / 28);
   EXPECT_EQ(m.stats.step, 2u);
   EXPECT_EQ(m.stats.rect, (Rect{5, 2, 18, 9}));
   EXPECT_EQ(m.stats.width, 20);
@@ -77,8 +78,8 @@ TEST(ComputeFrameStats, FillsEveryFieldOfTheRecord) {
 
 TEST(ComputeFrameStats, WeighsBrightPixelsMoreOnlyWhenAsked) {
   const auto picture = halves(0, 200);
-  EXPECT_EQ(measure(picture.view(), {0, 0, 20, 10}, false).stats.inputLuminance, 100.0);
-  EXPECT_EQ(measure(picture.view(), {0, 0, 20, 10}, true).stats.inputLuminance, 200.0);
+  EXPECT_EQ(+measure(picture.view(), {0, 0, 20, 10}, false).stats.inputLuminance, 100.0);
+  EXPECT_EQ(+measure(picture.view(), {0, 0, 20, 10}, true).stats.inputLuminance, 200.0);
 }
 
 TEST(ComputeFrameStats, KeepsThePlainMeanInSinglePrecisionAndTheWeightedInDouble) {
@@ -86,16 +87,16 @@ TEST(ComputeFrameStats, KeepsThePlainMeanInSinglePrecisionAndTheWeightedInDouble
   picture.set(0, 0, grey(10));
   picture.set(1, 0, grey(10));
   picture.set(2, 0, grey(11));
-  EXPECT_EQ(measure(picture.view(), {0, 0, 3, 1}, false).stats.inputLuminance,
+  EXPECT_EQ(+measure(picture.view(), {0, 0, 3, 1}, false).stats.inputLuminance,
             static_cast<double>(static_cast<float>(31.0 / 3.0)));
-  EXPECT_NE(measure(picture.view(), {0, 0, 3, 1}, false).stats.inputLuminance, 31.0 / 3.0);
-  EXPECT_EQ(measure(picture.view(), {0, 0, 3, 1}, true).stats.inputLuminance, 321.0 / 31.0);
+  EXPECT_NE(+measure(picture.view(), {0, 0, 3, 1}, false).stats.inputLuminance, 31.0 / 3.0);
+  EXPECT_EQ(+measure(picture.view(), {0, 0, 3, 1}, true).stats.inputLuminance, 321.0 / 31.0);
 }
 
 TEST(ComputeFrameStats, FallsBackToThePlainMeanForBlackFrames) {
   const Measured m = measure(halves(0, 0).view(), {0, 0, 20, 10}, true);
-  EXPECT_EQ(m.stats.inputLuminance, 0.0);
-  EXPECT_EQ(m.stats.inputSpread, 0.0);
+  EXPECT_EQ(+m.stats.inputLuminance, 0.0);
+  EXPECT_EQ(+m.stats.inputSpread, 0.0);
   EXPECT_EQ(m.stats.analyzed, 1);
   EXPECT_EQ(m.stats.belowTopCount, 200);
   EXPECT_EQ(m.stats.peak, 0);
@@ -103,12 +104,12 @@ TEST(ComputeFrameStats, FallsBackToThePlainMeanForBlackFrames) {
 
 TEST(ComputeFrameStats, LeavesBlackAndWhiteOutOfSpreadAndPeak) {
   const Measured white = measure(halves(255, 255).view(), {0, 0, 20, 10});
-  EXPECT_EQ(white.stats.inputSpread, 0.0);
+  EXPECT_EQ(+white.stats.inputSpread, 0.0);
   EXPECT_EQ(white.stats.peak, 0);
   EXPECT_EQ(white.stats.belowTopCount, 0);
   EXPECT_EQ(white.stats.pixelCount, 200);
   const Measured mixed = measure(halves(0, 100).view(), {0, 0, 20, 10});
-  EXPECT_EQ(mixed.stats.inputSpread, 100 * 50.0 / 200);
+  EXPECT_EQ(+mixed.stats.inputSpread, 100 * 50.0 / 200);
   EXPECT_EQ(mixed.stats.peak, 100);
 }
 
@@ -129,8 +130,8 @@ TEST(ComputeFrameStats, WalksEmptyRectanglesWithoutAnalysingThem) {
     EXPECT_EQ(m.stats.analyzed, 0);
     EXPECT_EQ(m.stats.walked, 1);
     EXPECT_EQ(m.stats.pixelCount, 0);
-    EXPECT_EQ(m.stats.inputLuminance, 0.0);
-    EXPECT_EQ(m.stats.inputSpread, 0.0);
+    EXPECT_EQ(+m.stats.inputLuminance, 0.0);
+    EXPECT_EQ(+m.stats.inputSpread, 0.0);
     EXPECT_EQ(m.stats.frame, 12);
     EXPECT_EQ(m.stats.step, 3u);
   }
@@ -145,7 +146,7 @@ TEST(ComputeFrameStats, ReusesAWalkWithTheSameStepAndClampedRectangle) {
   m.rect = {-3, -3, 99, 99};
   computeFrameStats(m.stats, m.histogram, picture.view(), m.rect, 700, true, 2);
   EXPECT_EQ(m.stats.analyzed, 1);
-  EXPECT_EQ(m.stats.inputLuminance, 1234.0);
+  EXPECT_EQ(+m.stats.inputLuminance, 1234.0);
   EXPECT_EQ(m.stats.frame, 12);
   EXPECT_EQ(m.histogram.red[3], 99u);
   EXPECT_EQ(m.rect, (Rect{0, 0, 20, 10}));
@@ -203,9 +204,9 @@ TEST(ComputeFrameStats, KeepsSumsBeyond32Bits) {
   const Measured m = measure(pixels, {0, 0, 4096, 2200});
   EXPECT_EQ(m.stats.pixelCount, 4096 * 2200);
   EXPECT_EQ(m.stats.luminanceSum, std::numeric_limits<std::int32_t>::max());
-  EXPECT_EQ(m.stats.inputLuminance, 254.0);
+  EXPECT_EQ(+m.stats.inputLuminance, 254.0);
   EXPECT_EQ(m.stats.peak, 4096 * 2200);
-  EXPECT_EQ(measure(pixels, {0, 0, 4096, 2200}, true).stats.inputLuminance, 254.0);
+  EXPECT_EQ(+measure(pixels, {0, 0, 4096, 2200}, true).stats.inputLuminance, 254.0);
 }
 
 TEST(ComputeFrameStats, EqualsThePlainRuleOnRandomPictures) {
@@ -248,8 +249,8 @@ TEST(ComputeFrameStats, EqualsThePlainRuleOnRandomPictures) {
 
     const Measured m = measure(picture.view(), {0, 0, width, height}, favor, step);
     ASSERT_EQ(m.stats.pixelCount, count);
-    ASSERT_EQ(m.stats.inputLuminance, mean);
-    ASSERT_EQ(m.stats.inputSpread, deviation / count);
+    ASSERT_EQ(+m.stats.inputLuminance, mean);
+    ASSERT_EQ(+m.stats.inputSpread, deviation / count);
     ASSERT_EQ(m.stats.luminanceSum, static_cast<std::int32_t>(sum));
   }
 }

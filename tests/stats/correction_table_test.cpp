@@ -1,4 +1,5 @@
 // tests/stats/correction_table_test.cpp — the tables of the three methods.
+// (Unary plus copies a packed field out: a reference to it would be misaligned.)
 #include "stats/correction_table.h"
 
 #include <gtest/gtest.h>
@@ -70,9 +71,9 @@ TEST_F(CorrectionTable, NoMethodBuildsWithoutAPositiveInput) {
     EXPECT_FALSE(buildGammaTable(state, naturalLog));
     EXPECT_EQ(state.gammaValue, 1.0f);
     EXPECT_TRUE(isAll(33));
-    EXPECT_EQ(state.currentGain, 1.0);
-    EXPECT_EQ(state.largestGain, 1.0);
-    EXPECT_EQ(state.smallestGain, 1.0);
+    EXPECT_EQ(+state.currentGain, 1.0);
+    EXPECT_EQ(+state.largestGain, 1.0);
+    EXPECT_EQ(+state.smallestGain, 1.0);
   }
 }
 
@@ -94,23 +95,23 @@ TEST_F(CorrectionTable, LinearRoundsHalvesUp) {
 TEST_F(CorrectionTable, LinearKeepsTheGainsAndTheirExtremes) {
   setLevels(150, 100);
   buildLinearTable(state);
-  EXPECT_EQ(state.currentGain, 1.5);
-  EXPECT_EQ(state.largestGain, 1.5);
-  EXPECT_EQ(state.smallestGain, 1.0);
+  EXPECT_EQ(+state.currentGain, 1.5);
+  EXPECT_EQ(+state.largestGain, 1.5);
+  EXPECT_EQ(+state.smallestGain, 1.0);
   setLevels(50, 100);
   buildLinearTable(state);
-  EXPECT_EQ(state.currentGain, 0.5);
-  EXPECT_EQ(state.largestGain, 1.5);
-  EXPECT_EQ(state.smallestGain, 0.5);
+  EXPECT_EQ(+state.currentGain, 0.5);
+  EXPECT_EQ(+state.largestGain, 1.5);
+  EXPECT_EQ(+state.smallestGain, 0.5);
   setLevels(80, 100);
   buildGammaTable(state, naturalLog);
-  EXPECT_EQ(state.currentGain, 0.8);
-  EXPECT_EQ(state.largestGain, 1.5);
-  EXPECT_EQ(state.smallestGain, 0.5);
+  EXPECT_EQ(+state.currentGain, 0.8);
+  EXPECT_EQ(+state.largestGain, 1.5);
+  EXPECT_EQ(+state.smallestGain, 0.5);
   setLevels(300, 100);
   buildShiftTable(state);
-  EXPECT_EQ(state.currentGain, 0.8);
-  EXPECT_EQ(state.largestGain, 1.5);
+  EXPECT_EQ(+state.currentGain, 0.8);
+  EXPECT_EQ(+state.largestGain, 1.5);
 }
 
 TEST_F(CorrectionTable, KneeAt99PercentBeginsAbove252) {

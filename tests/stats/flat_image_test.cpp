@@ -1,4 +1,5 @@
 // tests/stats/flat_image_test.cpp — sound images are read, all others refused.
+// (Unary plus copies a packed field out: a reference to it would be misaligned.)
 #include "stats/flat_image.h"
 
 #include <gtest/gtest.h>
@@ -87,10 +88,10 @@ TEST(ReadFlatImage, FindsTheHeaderAndEveryPart) {
   ASSERT_TRUE(read);
   EXPECT_EQ(read->frameCount, 7);
   EXPECT_EQ(read->slotCount, 30);
-  EXPECT_EQ(read->header.clippingPercent, 42.5);
+  EXPECT_EQ(+read->header.clippingPercent, 42.5);
   EXPECT_EQ(read->header.analysisComplete, 1);
   EXPECT_EQ(read->header.refreshPending, 1);
-  EXPECT_EQ(read->header.inputVariance, 3.25);
+  EXPECT_EQ(+read->header.inputVariance, 3.25);
   EXPECT_EQ(read->header.carried5104[91], 0x77);
   EXPECT_EQ(read->header.flattened, 1);
   const std::span<const std::byte> arrays[] = {read->inputLuminance, read->inputSpread,
@@ -113,12 +114,12 @@ TEST(ReadFlatImage, FollowsNoAddressesAndEndsTheText) {
   image.put<std::uint8_t>(613, 3);
   const auto read = readFlatImage(image);
   ASSERT_TRUE(read);
-  EXPECT_EQ(read->header.frameStats, 0u);
-  EXPECT_EQ(read->header.histogramCache, 0u);
-  EXPECT_EQ(read->header.inputLuminance, 0u);
-  EXPECT_EQ(read->header.inputSpread, 0u);
-  EXPECT_EQ(read->header.desiredLuminance, 0u);
-  EXPECT_EQ(read->header.desiredSpread, 0u);
+  EXPECT_EQ(+read->header.frameStats, 0u);
+  EXPECT_EQ(+read->header.histogramCache, 0u);
+  EXPECT_EQ(+read->header.inputLuminance, 0u);
+  EXPECT_EQ(+read->header.inputSpread, 0u);
+  EXPECT_EQ(+read->header.desiredLuminance, 0u);
+  EXPECT_EQ(+read->header.desiredSpread, 0u);
   EXPECT_EQ(std::strlen(read->header.statusText), 255u);
   EXPECT_EQ(read->header.correctionMethod, 3);
 }
@@ -166,7 +167,7 @@ TEST(ReadFlatImage, FillsTheTailOfAShorterHeaderFromAFreshState) {
     EXPECT_EQ(valueAt<double>(read->inputLuminance, 0), 0.0);
     EXPECT_EQ(valueAt<double>(read->inputSpread, 8), 61.0);
     EXPECT_EQ(read->header.correctionTable[255], header < 357 ? 255 : 0);
-    EXPECT_EQ(read->header.clippingPercent, header < 700 ? 99.0 : 0.0);
+    EXPECT_EQ(+read->header.clippingPercent, header < 700 ? 99.0 : 0.0);
     EXPECT_EQ(read->header.currentHistogram.frame, header < 1008 ? -1 : 0);
   }
 }

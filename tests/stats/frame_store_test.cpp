@@ -1,4 +1,5 @@
 // tests/stats/frame_store_test.cpp — which slot keeps which frame.
+// (Unary plus copies a packed field out: a reference to it would be misaligned.)
 #include "stats/frame_store.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +42,7 @@ TEST(StoreFrameStats, WritesSlotAndFrameBackToTheCaller) {
   EXPECT_EQ(store.put(40), 0);
   EXPECT_EQ(store.lastHistogramFrame, 40);
   EXPECT_EQ(store.frames[40].slot, 0);
-  EXPECT_EQ(store.frames[40].inputLuminance, 40.5);
+  EXPECT_EQ(+store.frames[40].inputLuminance, 40.5);
   EXPECT_EQ(store.slots[0].frame, 40);
   EXPECT_EQ(store.slots[0].red[1], 1040u);
 }
@@ -133,7 +134,7 @@ TEST(FetchFrameStats, ReturnsWhatWasStored) {
   fetchFrameStats(store.frames, store.slots, 42, stats, histogram);
   EXPECT_EQ(stats.frame, 42);
   EXPECT_EQ(stats.slot, 1);
-  EXPECT_EQ(stats.inputLuminance, 42.5);
+  EXPECT_EQ(+stats.inputLuminance, 42.5);
   EXPECT_EQ(histogram.frame, 42);
   EXPECT_EQ(histogram.red[1], 1042u);
 }
@@ -161,7 +162,7 @@ TEST(FetchFrameStats, GivesAZeroHistogramForAnEvictedFrameButItsStatistics) {
   FrameHistogram histogram;
   std::memset(&histogram, 1, sizeof histogram);
   fetchFrameStats(store.frames, store.slots, 42, stats, histogram);
-  EXPECT_EQ(stats.inputLuminance, 42.5);
+  EXPECT_EQ(+stats.inputLuminance, 42.5);
   EXPECT_EQ(stats.slot, -1);
   EXPECT_EQ(store.frames[42].slot, -1);
   FrameHistogram expected;
@@ -235,7 +236,7 @@ TEST(AnalyzedFlags, AreCountedAndClearedAlone) {
   clearAnalyzedFlags(store.frames);
   EXPECT_EQ(countAnalyzed(store.frames), 0);
   EXPECT_EQ(store.frames[4].walked, 1);
-  EXPECT_EQ(store.frames[4].inputSpread, 2.5);
+  EXPECT_EQ(+store.frames[4].inputSpread, 2.5);
   EXPECT_EQ(countAnalyzed({}), 0);
 }
 
