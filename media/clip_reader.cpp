@@ -124,7 +124,9 @@ class ClipReader::Impl {
     info_.path = path;
     info_.frameCount = index_.size();
     info_.frameCountExact = index_.exact();
-    missingFrames_ = index_.missingFrames(input_.context(), input_.stream());
+    if (!input_.path().sequence) {
+      missingFrames_ = index_.missingFrames(input_.context(), input_.stream());
+    }
     if (format_ != static_cast<AVPixelFormat>(ahead_.frame->format)) {
       notes_.push_back("Pictures in the format " + pixelFormatName(format_) +
                        " are handed out as " + info_.pixelFormat + ".");

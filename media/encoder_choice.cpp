@@ -86,6 +86,11 @@ constexpr Settings kSettings[] = {
     {"tiff", QualityScale::none, 0, nullptr, {{{"compression_algo", "deflate"}}}},
 };
 
+// Checked here because these encoders complain on standard error.
+constexpr std::string_view kPresets[] = {"ultrafast", "superfast", "veryfast", "faster",
+                                         "fast",      "medium",    "slow",     "slower",
+                                         "veryslow",  "placebo"};
+
 const Settings* settingsOf(const AVCodec& encoder) noexcept {
   for (const Settings& settings : kSettings) {
     if (std::string_view(settings.encoder) == encoder.name) return &settings;
@@ -163,8 +168,24 @@ const AVCodec* encoderNamed(const std::string& name) {
   return encoder;
 }
 
+// Players know FFV1 from Matroska, not from the family of MOV.
+bool usual(const AVOutputFormat& container, const AVCodec& encoder) noexcept {
+  return encoder.id != AV_CODEC_ID_FFV1 || container.codec_tag == nullptr ||
+         std::string_view(container.name) == "matroska" ||
+         std::string_view(container.name) == "avi";
+}
+
 const AVCodec* defaultEncoder(const EncoderInput& input, const AVOutputFormat& container) {
   const AVCodec* fallback = nullptr;
+  for (const char* name : kDefaults) {
+    const AVCodec* encoder = avcodec_find_encoder_by_name(name);
+    if (encoder == nullptr || !carries(container, encoder->id) || !usual(container, *encoder)) {
+      continue;
+    }
+    if (nearestFormat(input.pixelFormat, input.range, *encoder) == input.pixelFormat) {
+      return encoder;
+    }
+  }
   for (const char* name : kDefaults) {
     const AVCodec* encoder = avcodec_find_encoder_by_name(name);
     if (encoder == nullptr || !carries(container, encoder->id)) continue;
@@ -252,6 +273,14 @@ void chooseSettings(EncoderPlan& plan, const EncoderInput& input, const WriteOpt
     plan.settings.emplace_back("vendor", "apl0");
   }
   if (name == "dnxhd") plan.settings.emplace_back("profile", dnxProfile(plan.pixelFormat));
+  const bool x26 = name.starts_with("libx26");
+  if (x26 && !options.preset.empty() &&
+      std::ranges::find(kPresets, options.preset) == std::end(kPresets)) {
+    throw Error(Problem::badOption, "The encoder " + name + " has no preset called \"" +
+                                        options.preset +
+                                        "\"; ultrafast, veryfast, fast, medium, slow and veryslow "
+                                        "are some.");
+  }
   if (!options.preset.empty()) {
     const char* key = settings == nullptr ? nullptr : settings->presetKey;
     if (key == nullptr) {

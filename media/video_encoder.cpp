@@ -69,6 +69,8 @@ VideoEncoder::VideoEncoder(const EncoderPlan& plan, const ClipInfo& format, bool
     codec_->global_quality = qscale_ * FF_QP2LAMBDA;
   }
   chooseTimeBase(format);
+  const bool tiny = format.width < 64 || format.height < 64;
+  if (tiny && plan.encoder->id == AV_CODEC_ID_FFV1) codec_->slices = 1;  // by itself it wants 4
 
   Dictionary settings;
   for (const auto& [key, value] : plan.settings) settings.set(key, value);

