@@ -75,18 +75,17 @@ std::int32_t resizeFrameArrays(const PF_InData& in, SequenceState& state, std::i
   if (frameCount > kMaxFrames) return PF_Err_OUT_OF_MEMORY;
 
   const auto frames = static_cast<std::size_t>(frameCount);
-  struct Levels {
-    StoredHandle SequenceState::*handle;
-    double value;
+  // Through a copy: the header's own fields are packed.
+  ArrayHandles handles{};
+  auto& [records, cache, input, inputSpread, desired, desiredSpread] = handles;
+  const auto allocate = [&](void**& handle, std::size_t count, const auto& value) {
+    handle = newArray(in, count, value);
+    setArrayHandles(state, handles);
+    return handle != nullptr;
   };
-  static constexpr Levels kLevelArrays[] = {{&SequenceState::inputLuminance, kNotAnalyzed},
-                                            {&SequenceState::inputSpread, 0.0},
-                                            {&SequenceState::desiredLuminance, 0.0},
-                                            {&SequenceState::desiredSpread, 0.0}};
-  for (const Levels& levels : kLevelArrays) {
-    void** handle = newArray(in, frames, levels.value);
-    if (handle == nullptr) return PF_Err_OUT_OF_MEMORY;
-    state.*levels.handle = toStored(handle);
+  if (!allocate(input, frames, kNotAnalyzed) || !allocate(inputSpread, frames, 0.0) ||
+      !allocate(desired, frames, 0.0) || !allocate(desiredSpread, frames, 0.0)) {
+    return PF_Err_OUT_OF_MEMORY;
   }
   state.levelArrayBytes = static_cast<std::uint32_t>(frames * sizeof(double));
   std::uint64_t total = 4 * std::uint64_t{state.levelArrayBytes};
@@ -94,16 +93,12 @@ std::int32_t resizeFrameArrays(const PF_InData& in, SequenceState& state, std::i
   if (!renderOnly) {
     FrameStats freshStats;
     resetFrameStats(freshStats);
-    void** records = newArray(in, frames, freshStats);
-    if (records == nullptr) return PF_Err_OUT_OF_MEMORY;
-    state.frameStats = toStored(records);
+    if (!allocate(records, frames, freshStats)) return PF_Err_OUT_OF_MEMORY;
     state.frameStatsBytes = static_cast<std::uint32_t>(frames * kFrameStatsSize);
 
     FrameHistogram freshHistogram;
     resetFrameHistogram(freshHistogram);
-    void** cache = newArray(in, kHistogramSlots, freshHistogram);
-    if (cache == nullptr) return PF_Err_OUT_OF_MEMORY;
-    state.histogramCache = toStored(cache);
+    if (!allocate(cache, kHistogramSlots, freshHistogram)) return PF_Err_OUT_OF_MEMORY;
     state.slotCount = kHistogramSlots;
     state.histogramCacheBytes = static_cast<std::uint32_t>(kHistogramCacheSize);
     total += state.frameStatsBytes + std::uint64_t{kHistogramCacheSize};

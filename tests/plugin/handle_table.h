@@ -1,6 +1,7 @@
 // tests/plugin/handle_table.h — host memory for tests: counted, poisoned, and refused on demand.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -57,7 +58,7 @@ class HandleTable {
   // A handle that holds these bytes, as a saved project gives it.
   void** createFrom(const std::vector<std::byte>& bytes) {
     void** handle = create(bytes.size());
-    std::memcpy(block(handle).bytes.data(), bytes.data(), bytes.size());
+    std::ranges::copy(bytes, block(handle).bytes.begin());
     return handle;
   }
 

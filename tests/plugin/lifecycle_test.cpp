@@ -17,6 +17,9 @@ namespace varilum {
 namespace {
 
 constexpr std::size_t kHandlesOfInstance = 7;  // header, records, cache, four arrays
+// Positions among an instance's arrays.
+enum class Levels { inputLuminance = 2, inputSpread, desiredLuminance, desiredSpread };
+
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 class Lifecycle : public ::testing::Test {
@@ -45,16 +48,17 @@ class Lifecycle : public ::testing::Test {
     std::memcpy(table_.bytes(handle()).data(), &state, sizeof state);
   }
 
-  std::vector<double> levels(StoredHandle SequenceState::*field) {
-    const SequenceState state = header();
-    const auto& bytes = table_.bytes(reinterpret_cast<void**>(state.*field));
+  std::vector<std::byte>& levelBytes(Levels which) {
+    return table_.bytes(arrayHandles(header())[static_cast<std::size_t>(which)]);
+  }
+  std::vector<double> levels(Levels which) {
+    const auto& bytes = levelBytes(which);
     std::vector<double> result(bytes.size() / sizeof(double));
     std::memcpy(result.data(), bytes.data(), bytes.size());
     return result;
   }
-  void setLevel(StoredHandle SequenceState::*field, std::size_t frame, double level) {
-    const SequenceState state = header();
-    std::memcpy(table_.bytes(reinterpret_cast<void**>(state.*field)).data() + frame * 8, &level, 8);
+  void setLevel(Levels which, std::size_t frame, double level) {
+    std::memcpy(levelBytes(which).data() + frame * 8, &level, 8);
   }
 
   void storeFrame(std::int32_t frame) {
@@ -94,7 +98,7 @@ class Lifecycle : public ::testing::Test {
     EXPECT_EQ(header().analysisComplete, 0);
     EXPECT_EQ(header().flattened, 0);
     EXPECT_EQ(header().recomputeDesired, 1);
-    EXPECT_EQ(levels(&SequenceState::inputLuminance),
+    EXPECT_EQ(levels(Levels::inputLuminance),
               std::vector<double>(static_cast<std::size_t>(frames), -1.0));
     EXPECT_EQ(table_.live(), kHandlesOfInstance);
   }
@@ -136,10 +140,10 @@ TEST_F(Lifecycle, SetupMakesAFreshInstance) {
   EXPECT_EQ(at<std::uint32_t>(bytes, 48), 80u);
   EXPECT_EQ(at<std::uint32_t>(bytes, 88), 4u * 80 + 1760 + 123000);
   EXPECT_EQ(at<std::uint8_t>(bytes, 98), 1);
-  EXPECT_EQ(levels(&SequenceState::inputLuminance), std::vector<double>(10, -1.0));
-  EXPECT_EQ(levels(&SequenceState::inputSpread), std::vector<double>(10, 0.0));
-  EXPECT_EQ(levels(&SequenceState::desiredLuminance), std::vector<double>(10, 0.0));
-  EXPECT_EQ(levels(&SequenceState::desiredSpread), std::vector<double>(10, 0.0));
+  EXPECT_EQ(levels(Levels::inputLuminance), std::vector<double>(10, -1.0));
+  EXPECT_EQ(levels(Levels::inputSpread), std::vector<double>(10, 0.0));
+  EXPECT_EQ(levels(Levels::desiredLuminance), std::vector<double>(10, 0.0));
+  EXPECT_EQ(levels(Levels::desiredSpread), std::vector<double>(10, 0.0));
   EXPECT_EQ(table_.live(), kHandlesOfInstance);
   EXPECT_EQ(table_.locks(), 0);
   setdown();
@@ -166,8 +170,8 @@ TEST_F(Lifecycle, SetupWithoutATimeStepHasNoFrames) {
 TEST_F(Lifecycle, SetupForRenderingOnlyKeepsNoRecords) {
   in_.in_flags = 1;
   ASSERT_EQ(setupSequence(in_, out_), 0);
-  EXPECT_EQ(header().frameStats, 0u);
-  EXPECT_EQ(header().histogramCache, 0u);
+  EXPECT_EQ(+header().frameStats, 0u);
+  EXPECT_EQ(+header().histogramCache, 0u);
   EXPECT_EQ(flatImage().size(), 5196u + 32 * 10);
 }
 
@@ -217,8 +221,8 @@ TEST_F(Lifecycle, SetupWhoseHeaderWillNotLockLeavesNothing) {
 
 TEST_F(Lifecycle, FlatCopyKeepsEverythingAndTheLiveData) {
   ASSERT_EQ(setupSequence(in_, out_), 0);
-  setLevel(&SequenceState::inputLuminance, 3, 77.5);
-  setLevel(&SequenceState::desiredSpread, 9, 12.25);
+  setLevel(Levels::inputLuminance, 3, 77.5);
+  setLevel(Levels::desiredSpread, 9, 12.25);
   storeFrame(4);
   void** live = handle();
   ASSERT_EQ(flattenSequence(in_, out_, false), 0);
@@ -242,12 +246,12 @@ TEST_F(Lifecycle, FlatCopyKeepsEverythingAndTheLiveData) {
 
 TEST_F(Lifecycle, RoundTripRestoresLevelsRecordsAndHistograms) {
   ASSERT_EQ(setupSequence(in_, out_), 0);
-  setLevel(&SequenceState::inputLuminance, 3, 77.5);
-  setLevel(&SequenceState::desiredLuminance, 4, 300.0);
-  setLevel(&SequenceState::desiredLuminance, 5, 200.0);
-  setLevel(&SequenceState::desiredSpread, 5, kNan);
-  setLevel(&SequenceState::inputSpread, 6, std::numeric_limits<double>::infinity());
-  setLevel(&SequenceState::inputSpread, 7, 1000.0);
+  setLevel(Levels::inputLuminance, 3, 77.5);
+  setLevel(Levels::desiredLuminance, 4, 300.0);
+  setLevel(Levels::desiredLuminance, 5, 200.0);
+  setLevel(Levels::desiredSpread, 5, kNan);
+  setLevel(Levels::inputSpread, 6, std::numeric_limits<double>::infinity());
+  setLevel(Levels::inputSpread, 7, 1000.0);
   storeFrame(4);
   SequenceState state = header();
   state.analysisComplete = 1;
@@ -265,12 +269,12 @@ TEST_F(Lifecycle, RoundTripRestoresLevelsRecordsAndHistograms) {
   EXPECT_EQ(header().changeCounter, 41u);
   EXPECT_EQ(header().flattened, 0);
   EXPECT_EQ(header().frameStatsBytes, 1760u);
-  EXPECT_EQ(levels(&SequenceState::inputLuminance)[3], 77.5);
-  EXPECT_EQ(levels(&SequenceState::desiredLuminance)[4], -1.0);
-  EXPECT_EQ(levels(&SequenceState::desiredLuminance)[5], 200.0);
-  EXPECT_EQ(levels(&SequenceState::desiredSpread)[5], -1.0);
-  EXPECT_EQ(levels(&SequenceState::inputSpread)[6], -1.0);
-  EXPECT_EQ(levels(&SequenceState::inputSpread)[7], 1000.0);
+  EXPECT_EQ(levels(Levels::inputLuminance)[3], 77.5);
+  EXPECT_EQ(levels(Levels::desiredLuminance)[4], -1.0);
+  EXPECT_EQ(levels(Levels::desiredLuminance)[5], 200.0);
+  EXPECT_EQ(levels(Levels::desiredSpread)[5], -1.0);
+  EXPECT_EQ(levels(Levels::inputSpread)[6], -1.0);
+  EXPECT_EQ(levels(Levels::inputSpread)[7], 1000.0);
   FrameHistogram histogram;
   EXPECT_EQ(fetchStats(4, histogram).pixelCount, 104);
   EXPECT_EQ(histogram.luminance[7], 1004u);
@@ -338,7 +342,7 @@ TEST_F(Lifecycle, FlattenSurvivesRefusals) {
 
 TEST_F(Lifecycle, FlattenLeavesOutArraysThatWillNotLock) {
   ASSERT_EQ(setupSequence(in_, out_), 0);
-  setLevel(&SequenceState::inputSpread, 0, 5.0);
+  setLevel(Levels::inputSpread, 0, 5.0);
   table_.refuseLock(3);  // header, image, input levels
   ASSERT_EQ(flattenSequence(in_, out_, true), 0);
   EXPECT_EQ(at<double>(table_.bytes(handle()), 5196), 5.0) << "the spreads moved up";
@@ -346,11 +350,11 @@ TEST_F(Lifecycle, FlattenLeavesOutArraysThatWillNotLock) {
 
 TEST_F(Lifecycle, ResetupKeepsLiveData) {
   ASSERT_EQ(setupSequence(in_, out_), 0);
-  setLevel(&SequenceState::inputLuminance, 3, 77.5);
+  setLevel(Levels::inputLuminance, 3, 77.5);
   void** live = handle();
   EXPECT_EQ(resetupSequence(in_, out_), 0);
   EXPECT_EQ(handle(), live);
-  EXPECT_EQ(levels(&SequenceState::inputLuminance)[3], 77.5);
+  EXPECT_EQ(levels(Levels::inputLuminance)[3], 77.5);
   EXPECT_EQ(table_.locks(), 0);
 }
 
@@ -373,7 +377,7 @@ TEST_F(Lifecycle, ImitatedLiveDataIsNotFollowed) {
   EXPECT_EQ(flattenSequence(in_, out_, true), 0);
   setdown();
   out_.sequence_data = victim;
-  EXPECT_EQ(levels(&SequenceState::inputLuminance), std::vector<double>(10, -1.0));
+  EXPECT_EQ(levels(Levels::inputLuminance), std::vector<double>(10, -1.0));
   setdown();
   EXPECT_EQ(table_.live(), 0u);
 }
@@ -423,7 +427,7 @@ TEST_F(Lifecycle, InconsistentImagesGiveAFreshInstance) {
 
 TEST_F(Lifecycle, TheSavedFrameCountWins) {
   ASSERT_EQ(setupSequence(in_, out_), 0);
-  setLevel(&SequenceState::inputLuminance, 9, 50.0);
+  setLevel(Levels::inputLuminance, 9, 50.0);
   void** first = handle();
   const std::vector<std::byte> image = flatImage();
   out_.sequence_data = first;
@@ -431,7 +435,7 @@ TEST_F(Lifecycle, TheSavedFrameCountWins) {
   setFrames(12);
   open(image);
   EXPECT_EQ(header().frameCount, 10);
-  EXPECT_EQ(levels(&SequenceState::inputLuminance)[9], 50.0);
+  EXPECT_EQ(levels(Levels::inputLuminance)[9], 50.0);
   // The first render then finds the layer longer.
   SequenceState state = header();
   EXPECT_EQ(resyncFrameCount(in_, state), 0);
@@ -442,14 +446,14 @@ TEST_F(Lifecycle, TheSavedFrameCountWins) {
 TEST_F(Lifecycle, ImagesWithoutRecordsLeaveThemFresh) {
   in_.in_flags = 1;
   ASSERT_EQ(setupSequence(in_, out_), 0);
-  setLevel(&SequenceState::inputLuminance, 1, 60.0);
+  setLevel(Levels::inputLuminance, 1, 60.0);
   void** first = handle();
   const std::vector<std::byte> image = flatImage();
   out_.sequence_data = first;
   setdown();
   in_.in_flags = 0;
   open(image);
-  EXPECT_EQ(levels(&SequenceState::inputLuminance)[1], 60.0);
+  EXPECT_EQ(levels(Levels::inputLuminance)[1], 60.0);
   EXPECT_EQ(header().frameStatsBytes, 1760u);
   EXPECT_EQ(header().histogramCacheBytes, 123000u);
   FrameHistogram histogram;
@@ -459,18 +463,18 @@ TEST_F(Lifecycle, ImagesWithoutRecordsLeaveThemFresh) {
 TEST_F(Lifecycle, RenderingCopiesDropTheRecordsOfAnImage) {
   ASSERT_EQ(setupSequence(in_, out_), 0);
   storeFrame(3);
-  setLevel(&SequenceState::inputLuminance, 3, 60.0);
+  setLevel(Levels::inputLuminance, 3, 60.0);
   void** first = handle();
   const std::vector<std::byte> image = flatImage();
   out_.sequence_data = first;
   setdown();
   in_.in_flags = 1;
   open(image);
-  EXPECT_EQ(header().frameStats, 0u);
+  EXPECT_EQ(+header().frameStats, 0u);
   EXPECT_EQ(header().frameStatsBytes, 0u);
-  EXPECT_EQ(header().histogramCache, 0u);
+  EXPECT_EQ(+header().histogramCache, 0u);
   EXPECT_EQ(header().histogramCacheBytes, 0u);
-  EXPECT_EQ(levels(&SequenceState::inputLuminance)[3], 60.0);
+  EXPECT_EQ(levels(Levels::inputLuminance)[3], 60.0);
   EXPECT_EQ(table_.live(), 5u);
 }
 
@@ -497,7 +501,7 @@ TEST_F(Lifecycle, CachesOfAnotherSizeBelongToTheFirstFrames) {
 
 TEST_F(Lifecycle, ShortHeadersAreFilledUp) {
   ASSERT_EQ(setupSequence(in_, out_), 0);
-  setLevel(&SequenceState::inputLuminance, 0, 33.0);
+  setLevel(Levels::inputLuminance, 0, 33.0);
   void** first = handle();
   std::vector<std::byte> image = flatImage();
   out_.sequence_data = first;
@@ -506,7 +510,7 @@ TEST_F(Lifecycle, ShortHeadersAreFilledUp) {
   image.erase(image.begin() + 700, image.begin() + 5196);
   put(image, 20, std::uint32_t{700});
   open(image);
-  EXPECT_EQ(levels(&SequenceState::inputLuminance)[0], 33.0);
+  EXPECT_EQ(levels(Levels::inputLuminance)[0], 33.0);
   EXPECT_EQ(header().currentStats.frame, -1);
 }
 
@@ -532,8 +536,8 @@ TEST_F(Lifecycle, ReadsThePreviousVersion) {
   EXPECT_EQ(header().formatVersion, 14);
   EXPECT_EQ(header().analysisComplete, 1);
   EXPECT_EQ(header().flattened, 0);
-  EXPECT_EQ(header().clippingPercent, 99.0);
-  EXPECT_EQ(levels(&SequenceState::inputLuminance)[9], 49.0);
+  EXPECT_EQ(+header().clippingPercent, 99.0);
+  EXPECT_EQ(levels(Levels::inputLuminance)[9], 49.0);
   FrameHistogram histogram;
   EXPECT_EQ(fetchStats(9, histogram).pixelCount, 909);
   EXPECT_EQ(histogram.luminance[9], 509u);
@@ -581,8 +585,8 @@ TEST_F(Lifecycle, ResetupSurvivesEveryRefusedAllocationAndLock) {
 TEST_F(Lifecycle, InvalidationDropsWhatItPromises) {
   ASSERT_EQ(setupSequence(in_, out_), 0);
   for (std::int32_t frame = 0; frame < 10; ++frame) storeFrame(frame);
-  setLevel(&SequenceState::inputLuminance, 0, 50.0);
-  setLevel(&SequenceState::desiredLuminance, 0, 60.0);
+  setLevel(Levels::inputLuminance, 0, 50.0);
+  setLevel(Levels::desiredLuminance, 0, 60.0);
   SequenceState state = header();
   EXPECT_TRUE(countAnalyzedFrames(in_, state));
   EXPECT_STREQ(state.statusText, "10 of 10 frames analyzed");
@@ -595,15 +599,15 @@ TEST_F(Lifecycle, InvalidationDropsWhatItPromises) {
   EXPECT_STREQ(state.statusText, "0 of 10 frames analyzed");
   EXPECT_FALSE(countAnalyzedFrames(in_, state));
   setHeader(state);
-  EXPECT_EQ(levels(&SequenceState::inputLuminance)[0], 50.0);
-  EXPECT_EQ(levels(&SequenceState::desiredLuminance), std::vector<double>(10, -1.0));
+  EXPECT_EQ(levels(Levels::inputLuminance)[0], 50.0);
+  EXPECT_EQ(levels(Levels::desiredLuminance), std::vector<double>(10, -1.0));
   FrameHistogram histogram;
   EXPECT_EQ(fetchStats(3, histogram).pixelCount, 103) << "what was measured stays";
 
   invalidateAll(in_, state);
   setHeader(state);
-  EXPECT_EQ(levels(&SequenceState::inputLuminance), std::vector<double>(10, -1.0));
-  EXPECT_EQ(levels(&SequenceState::inputSpread), std::vector<double>(10, -1.0));
+  EXPECT_EQ(levels(Levels::inputLuminance), std::vector<double>(10, -1.0));
+  EXPECT_EQ(levels(Levels::inputSpread), std::vector<double>(10, -1.0));
   EXPECT_EQ(fetchStats(3, histogram).frame, -1);
   EXPECT_EQ(table_.locks(), 0);
 }
