@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "stats/luminance.h"
 
@@ -115,8 +116,9 @@ class Counter {
   PartialHistogram partials_[kPartials] = {};
 };
 
-template <class Read>
-void walk(const PixelBuffer& pixels, const Rect& rect, std::int64_t step,
+// Step: a number, or an integral constant where the compiler shall know it.
+template <class Read, class Step>
+void walk(const PixelBuffer& pixels, const Rect& rect, Step step,
           FrameHistogram& histogram) noexcept {
   Counter counter;
   const auto stride = static_cast<std::ptrdiff_t>(step * std::int64_t{Read::kBytes});
@@ -140,6 +142,16 @@ void walk(const PixelBuffer& pixels, const Rect& rect, std::int64_t step,
   counter.addTo(histogram);
 }
 
+template <class Read>
+void walkBy(const PixelBuffer& pixels, const Rect& rect, std::int64_t step,
+            FrameHistogram& histogram) noexcept {
+  if (step == 1) {
+    walk<Read>(pixels, rect, std::integral_constant<std::int64_t, 1>{}, histogram);
+  } else {
+    walk<Read>(pixels, rect, step, histogram);
+  }
+}
+
 }  // namespace
 
 void walkPixels(const PixelBuffer& pixels, const Rect& rect, std::int32_t step,
@@ -147,11 +159,11 @@ void walkPixels(const PixelBuffer& pixels, const Rect& rect, std::int32_t step,
   if (pixels.data == nullptr || rect.left >= rect.right || rect.top >= rect.bottom) return;
   switch (pixels.depth) {
     case PixelDepth::float32:
-      return walk<ReadFloat>(pixels, rect, step, histogram);
+      return walkBy<ReadFloat>(pixels, rect, step, histogram);
     case PixelDepth::bits16:
-      return walk<Read16>(pixels, rect, step, histogram);
+      return walkBy<Read16>(pixels, rect, step, histogram);
     case PixelDepth::bits8:
-      return walk<Read8>(pixels, rect, step, histogram);
+      return walkBy<Read8>(pixels, rect, step, histogram);
   }
 }
 
