@@ -108,8 +108,9 @@ const AVCodec* encoderOf(AVCodecID codec) {
   return avcodec_find_encoder(codec);
 }
 
-bool carries(const AVOutputFormat& container, AVCodecID codec) noexcept {
-  return avformat_query_codec(&container, codec, FF_COMPLIANCE_NORMAL) == 1;
+bool carries(const AVOutputFormat& container, AVCodecID codec,
+             int compliance = FF_COMPLIANCE_NORMAL) noexcept {
+  return avformat_query_codec(&container, codec, compliance) == 1;
 }
 
 // How much a pixel format falls short of a source, worst fault first; less is better.
@@ -330,13 +331,15 @@ EncoderPlan planEncoder(const EncoderInput& input, const AVOutputFormat& contain
   const AVCodec* encoder = nullptr;
   if (!options.codec.empty()) {
     encoder = encoderNamed(options.codec);
-    if (!carries(container, encoder->id) && container.codec_tag != nullptr) {
+    if (!carries(container, encoder->id, FF_COMPLIANCE_UNOFFICIAL) &&
+        container.codec_tag != nullptr) {
       throw Error(Problem::badOption, std::string("A ") + container.name + " file cannot hold " +
                                           avcodec_get_name(encoder->id) +
                                           " video; choose another codec or extension.");
     }
   } else {
-    if (input.codec != AV_CODEC_ID_NONE && carries(container, input.codec)) {
+    if (input.codec != AV_CODEC_ID_NONE &&
+        carries(container, input.codec, FF_COMPLIANCE_UNOFFICIAL)) {
       encoder = encoderOf(input.codec);
       const AVPixFmtDescriptor* description = av_pix_fmt_desc_get(input.pixelFormat);
       const AVCodec* rgb = avcodec_find_encoder_by_name("libx264rgb");

@@ -80,11 +80,10 @@ class ClipWriterTest : public testing::Test {
 
 TEST_F(ClipWriterTest, KeepsEverySampleThroughALosslessCodec) {
   std::mt19937 random = seeded();
-  for (const char* name :
-       {"yuv420p", "yuv422p", "yuv444p", "yuv420p10le", "yuv422p10le", "yuv444p12le", "yuv444p16le",
-        "yuva420p", "yuva444p10le", "gray", "gray16le", "gbrp10le", "gbrp12le", "gbrp16le", "bgra",
-        "rgb48le", "rgba64le"}) {
-    for (const auto& [width, height] : {std::pair{33, 17}, std::pair{3, 3}, std::pair{1, 1}}) {
+  for (const char* name : {"yuv420p", "yuv422p", "yuv444p", "yuv420p10le", "yuv422p10le",
+                           "yuv444p12le", "yuv444p16le", "yuva420p", "yuva444p10le", "gray",
+                           "gray16le", "gbrp10le", "gbrp12le", "gbrp16le", "bgra", "gbrap12le"}) {
+    for (const auto& [width, height] : {std::pair{33, 17}, std::pair{3, 3}}) {
       SCOPED_TRACE(std::string(name) + " " + std::to_string(width));
       ClipInfo info = format(width, height, name);
       info.codec = "ffv1";
@@ -100,6 +99,22 @@ TEST_F(ClipWriterTest, KeepsEverySampleThroughALosslessCodec) {
       EXPECT_EQ(again.info().codec, "ffv1");
       EXPECT_EQ(readAll(again), written);
     }
+  }
+}
+
+TEST_F(ClipWriterTest, KeepsASinglePixel) {
+  std::mt19937 random = seeded();
+  for (const auto& [codec, pixelFormat] :
+       {std::pair{"png", "rgb24"}, std::pair{"rawvideo", "yuv420p"},
+        std::pair{"png", "rgba64be"}}) {
+    SCOPED_TRACE(pixelFormat);
+    WriteOptions options;
+    options.codec = codec;
+    options.overwrite = true;
+    const auto written =
+        writeRandomClip(folder_ / "pixel.mkv", format(1, 1, pixelFormat), 2, random, options);
+    ClipReader reader(folder_ / "pixel.mkv");
+    EXPECT_EQ(readAll(reader), written);
   }
 }
 
@@ -158,11 +173,11 @@ TEST_F(ClipWriterTest, KeepsVariableTimesSoundMetadataRotationAndChapters) {
          "title=Evening\n";
   const std::string plain =
       make("plain.mp4",
-           "-f lavfi -i testsrc2=size=128x96:rate=24 -f lavfi -i sine=duration=2 -i " +
+           "-f lavfi -i testsrc2=size=128x96:rate=24:duration=2 -f lavfi -i sine=duration=2 -i " +
                (folder_ / "chapters.txt") +
-               " -map 0:v -map 1:a -map_metadata 2 -map_chapters 2 -frames:v 48 "
+               " -map 0:v -map 1:a -map_metadata 2 -map_chapters 2 "
                "-vf \"settb=1/90000,setpts='N*3750+700*mod(N,3)'\" -vsync passthrough "
-               "-enc_time_base 1/90000 -video_track_timescale 90000 -c:v libx264 -bf 2 -c:a aac "
+               "-enc_time_base:v 1/90000 -video_track_timescale 90000 -c:v libx264 -bf 2 -c:a aac "
                "-metadata:s:a language=fra");
   const std::string source =
       make("source.mp4", "-i " + plain + " -c copy -metadata:s:v:0 rotate=90");
