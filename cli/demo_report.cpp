@@ -56,15 +56,16 @@ std::vector<DemoFigures> demoFigures(const DemoLevels& levels) {
 
 std::vector<std::string> demoTable(std::span<const DemoFigures> figures) {
   std::vector<std::string> lines{
-      fmt::format("{:<18}{:>9}   {:^40}   {:^19}", "", "", "Frame-to-frame luminance change",
-                  "Exposure error, RMS"),
-      fmt::format("{:<18}{:>9}   {:>8} {:>8} {:>11} {:>9}   {:>9} {:>9}", "Kind of flicker",
-                  "Frames", "before", "after", "times less", "original", "before", "after")};
+      fmt::format("{:27}  {:-^48}  {:-^18}", "", " Frame-to-frame luminance change ",
+                  " Exposure error "),
+      fmt::format("{:<18}{:>9}  {:>8} {:>8} {:>10} {:>9} {:>9}  {:>9} {:>8}", "Kind of flicker",
+                  "Frames", "before", "after", "times less", "desired", "original", "before",
+                  "after")};
   for (const DemoFigures& f : figures) {
-    lines.push_back(
-        fmt::format("{:<18}{:>9}   {:>7.2f}% {:>7.3f}% {:>11.1f} {:>8.3f}%   {:>8.2f}% {:>8.3f}%",
-                    f.name, fmt::format("{}-{}", f.first, f.last), f.changeInput, f.changeOutput,
-                    f.factor(), f.changeClean, f.errorInput, f.errorOutput));
+    lines.push_back(fmt::format(
+        "{:<18}{:>9}  {:>7.2f}% {:>7.3f}% {:>10.1f} {:>8.3f}% {:>8.3f}%  {:>8.2f}% {:>7.3f}%",
+        f.name, fmt::format("{}-{}", f.first, f.last), f.changeInput, f.changeOutput, f.factor(),
+        f.changeDesired, f.changeClean, f.errorInput, f.errorOutput));
   }
   return lines;
 }
@@ -74,20 +75,26 @@ std::vector<std::string> demoRemainder(std::span<const DemoFigures> figures, int
   const DemoFigures& random = figures.front();
   const int window = 2 * smoothing + 1;
   return {
-      fmt::format("The desired level is the mean of {} frames around each frame, so it moves by "
-                  "1/{} of a step in the flicker and wanders by about 1/{:.1f} of its deviation, "
-                  "slowly.",
-                  window, window, std::sqrt(window)),
+      "What is left:",
       fmt::format(
-          "In the per-frame random part the desired level itself changes by {:.3f} % a "
-          "frame and the scene by {:.3f} %; the rest of the {:.3f} % is rounding to 8 bits, "
-          "grain, the codec and measuring a sample of the pixels.",
-          random.changeDesired, random.changeClean, random.changeOutput),
-      fmt::format("A flash of {:+.0f} % clips the brightest highlights, which cannot be brought "
-                  "back, and raises its {} neighbours by up to {:.1f} % as their windows take it "
-                  "in.",
-                  100.0 * (kBrightFlash - 1.0), window - 1, 100.0 * (kBrightFlash - 1.0) / window),
-      fmt::format("Brightness aside, pictures differ from the clean original by {:.2f} of 255 "
+          "- The desired level is the mean of {} frames around each frame. It moves with the "
+          "scene, by 1/{} of",
+          window, window),
+      fmt::format("  each step in the flicker, and wanders slowly by about 1/{:.1f} of the "
+                  "flicker's deviation.",
+                  std::sqrt(window)),
+      fmt::format("- In the per-frame random part that is {:.3f} % of the {:.3f} % left; the clean "
+                  "original itself moves",
+                  random.changeDesired, random.changeOutput),
+      fmt::format("  by {:.3f} %. The rest is rounding to 8 bits, grain, the codec, and measuring "
+                  "a sample of the pixels.",
+                  random.changeClean),
+      fmt::format("- A flash of {:+.0f} % clips the brightest highlights, which cannot be brought "
+                  "back, and lifts the {}",
+                  100.0 * (kBrightFlash - 1.0), window - 1),
+      fmt::format("  frames whose windows hold it by up to {:.1f} %.",
+                  100.0 * (kBrightFlash - 1.0) / window),
+      fmt::format("- Brightness aside, pictures differ from the clean original by {:.2f} of 255 "
                   "levels before and {:.2f} after.",
                   pictureErrorInput, pictureErrorOutput),
   };

@@ -37,10 +37,10 @@ struct DemoFigures {
 /// One for every part of the clip, then one for the whole clip.
 std::vector<DemoFigures> demoFigures(const DemoLevels& levels);
 
-/// The table, one row a line.
+/// The table, one row a line. "Exposure error" is errorInput and errorOutput.
 std::vector<std::string> demoTable(std::span<const DemoFigures> figures);
 
-/// Sentences on where the remaining change comes from, with the numbers it rests on.
+/// Lines on where the remaining change comes from, with the numbers that it rests on.
 /// `smoothing`: the effect's number of smoothing frames. Picture errors in levels of 255.
 std::vector<std::string> demoRemainder(std::span<const DemoFigures> figures, int smoothing,
                                        double pictureErrorInput, double pictureErrorOutput);
