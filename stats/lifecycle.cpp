@@ -24,6 +24,8 @@ namespace {
 void disposeInstance(const PF_InData& in, void** handle) noexcept {
   if (isLive(handle)) {
     Locked<SequenceState> state{in, handle};
+    // There is no later occasion to give the arrays back: a refused lock is asked for once more.
+    if (!state) state = {in, handle};
     if (state && state->flattened == 0) disposeArrays(in, *state);
     state.unlock();
     forgetLive(handle);
