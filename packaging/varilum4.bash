@@ -1,0 +1,21 @@
+# Completions of varilum4 for bash, made by packaging/make_man. Source it, or put it into
+# /usr/share/bash-completion/completions/varilum4.
+_varilum4() {
+    local word=${COMP_WORDS[COMP_CWORD]} options=
+    if [ "$COMP_CWORD" -eq 1 ]; then
+        mapfile -t COMPREPLY < <(compgen -W "deflicker analyze render info demo --help --version" -- "$word")
+        return
+    fi
+    case ${COMP_WORDS[1]} in
+        deflicker) options='--adjust-clipping --codec --correction-method --crf --deflicker-method --depth --dont-deflicker --effect --encoder-option --favor-brighter --force --fps --help --luminance --no-audio --no-favor-brighter --pixel-format --plot --preset --progress --quality --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
+        analyze) options='--adjust-clipping --correction-method --deflicker-method --dont-deflicker --effect --favor-brighter --force --fps --help --luminance --no-favor-brighter --output --progress --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
+        render) options='--adjust-clipping --codec --correction-method --crf --deflicker-method --depth --dont-deflicker --effect --encoder-option --favor-brighter --force --fps --frames --help --input --luminance --no-audio --no-favor-brighter --pixel-format --preset --progress --quality --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
+        info) options='--effect --force --fps --help --json --plot --progress --quiet --start-number --threads' ;;
+        demo) options='--effect --force --help --progress --quiet --threads' ;;
+    esac
+    case $word in
+        -*) mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word") ;;
+        *) mapfile -t COMPREPLY < <(compgen -f -- "$word") ;;
+    esac
+}
+complete -o filenames -F _varilum4 varilum4 ./varilum4
