@@ -46,8 +46,10 @@ struct Arithmetic16 {
     const float channel = value;
     switch (correction.method) {
       case kCorrectionGamma:
-        return whole(
-            static_cast<float>(fastPower(value / kWhite16, correction.inverseGamma) * kWhite16));
+        // A product, not a quotient: fastPower reads the upper half of the number only, which is
+        // the same for all 65536 values.
+        return whole(static_cast<float>(
+            fastPower(value * (1.0 / kWhite16), correction.inverseGamma) * kWhite16));
       case kCorrectionShift:
         return whole((channel - correction.inputOffset16) * correction.spreadRatio +
                      correction.desiredOffset16);
