@@ -15,6 +15,8 @@
 namespace varilum {
 namespace {
 
+constexpr int kInheritedFiles = 1024;
+
 // Full path of a program in PATH. Looked up before forking, since little may be called after.
 bool findProgram(const char* name, char (&path)[PATH_MAX]) noexcept {
   const char* list = std::getenv("PATH");
@@ -34,6 +36,8 @@ bool findProgram(const char* name, char (&path)[PATH_MAX]) noexcept {
   if (nowhere >= 0) {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nowhere, stream);
   }
+  // The host's files and pipes are none of the opener's business.
+  for (int file = STDERR_FILENO + 1; file < kInheritedFiles; ++file) close(file);
   char* arguments[] = {path, address, nullptr};
   execv(path, arguments);
   _exit(127);
