@@ -55,14 +55,19 @@ std::string wrapped(const std::string& text, std::size_t width, std::size_t inde
 }
 
 std::string HelpFormatter::make_option(const CLI::Option* option, bool positional) const {
-  const std::string name = make_option_name(option, positional);
+  std::string name = make_option_name(option, positional);
+  for (auto at = name.find("{false}"); at != std::string::npos; at = name.find("{false}")) {
+    name.erase(at, 7);
+  }
   const std::string value = positional ? "" : make_option_opts(option);
   return entry(name + value, make_option_desc(option), kOptionColumn);
 }
 
 std::string HelpFormatter::make_option_opts(const CLI::Option* option) const {
   if (option->get_type_size() == 0 || option->get_type_name().empty()) return {};
-  return " " + option->get_type_name();
+  // What the checks say of themselves comes after a colon; the texts say it better.
+  const std::string type = option->get_type_name();
+  return " " + type.substr(0, type.find(':'));
 }
 
 std::string HelpFormatter::make_subcommand(const CLI::App* command) const {

@@ -23,15 +23,15 @@ namespace {
 enum ExitCode { kDone = 0, kFailed = 1, kUsage = 2, kInterrupted = 130 };
 
 constexpr const char* kAbout =
-    "Removes brightness flicker from footage.\n"
-    "Frames are counted from 0, and ranges of frames include both ends.";
+    "Removes brightness flicker from footage.";
 constexpr const char* kExamples =
     "\nExamples:\n"
     "  varilum4 deflicker shot.mp4 steady.mp4\n"
     "  varilum4 deflicker shot.%05d.dpx steady.%05d.dpx --correction-method gamma\n"
     "  varilum4 analyze shot.mov -o shot.varilum\n"
     "  varilum4 render shot.varilum steady.mov --smoothing-frames 12 --frames 100..200\n"
-    "\nExit codes: 0 done, 1 failed, 2 wrong usage, 130 interrupted.";
+    "\nFrames are counted from 0, and ranges of frames include both ends.\n"
+    "Exit codes: 0 done, 1 failed, 2 wrong usage, 130 interrupted.";
 
 int complain(const std::exception& error, int code) {
   std::fprintf(stderr, "varilum4: %s\n", cli::oneLine(error.what()).c_str());

@@ -86,7 +86,10 @@ void Progress::draw(std::int64_t done, bool last) {
     tail += last ? fmt::format("  in {}", clockText(seconds))
                  : fmt::format("  {} left", clockText(static_cast<double>(total_ - done) / rate));
   }
-  const int room = terminalColumns() - 1 - static_cast<int>(phase_.size() + tail.size()) - 3;
+  // Room for the longest text of the phase, so that the bar keeps its width.
+  const std::size_t longest =
+      fmt::format(" 100%  {}/{} frames  1000.0 fps  00:00 left", total_, total_).size();
+  const int room = terminalColumns() - 1 - static_cast<int>(phase_.size() + longest) - 3;
   std::string line = phase_;
   if (room >= kNarrowestBar) {
     const int width = std::min(room, kWidestBar);

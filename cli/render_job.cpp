@@ -133,10 +133,10 @@ void reportRendering(const RenderReport& report, const std::string& output, doub
     return;
   }
   console.result(
-      fmt::format("{}: {} frame{} in {:.1f} s, flicker {:.2f} % -> {:.2f} %, jerk {:.2f} % -> "
+      fmt::format("{}{} frame{} in {:.1f} s, flicker {:.2f} % -> {:.2f} %, jerk {:.2f} % -> "
                   "{:.2f} %",
-                  output, frames, frames == 1 ? "" : "s", totalSeconds, flickerBefore, flickerAfter,
-                  jerkBefore, jerkAfter));
+                  output == "null:" ? "" : output + ": ", frames, frames == 1 ? "" : "s",
+                  totalSeconds, flickerBefore, flickerAfter, jerkBefore, jerkAfter));
 }
 
 }  // namespace cli
