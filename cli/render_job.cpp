@@ -9,6 +9,7 @@
 #include "cli/error.h"
 #include "cli/flicker_figures.h"
 #include "cli/render_pipeline.h"
+#include "media/error.h"
 
 namespace cli {
 namespace {
@@ -61,9 +62,15 @@ media::ClipWriter openOutput(const std::string& path, Workbench& bench,
   media::WriteOptions write = options.write;
   write.overwrite = options.force;
   write.frames = frames;
-  media::ClipWriter writer(path, bench.source().reader(), write);
-  for (const std::string& note : writer.notes()) console.note(note);
-  return writer;
+  try {
+    media::ClipWriter writer(path, bench.source().reader(), write);
+    for (const std::string& note : writer.notes()) console.note(note);
+    return writer;
+  } catch (const media::Error& error) {
+    if (error.problem() != media::Problem::exists) throw;
+    throw Failure(fmt::format(
+        "{} is there already; choose another name, or add --force to replace it.", path));
+  }
 }
 
 RenderReport renderTo(media::ClipWriter& writer, Workbench& bench, const OutputOptions& options,

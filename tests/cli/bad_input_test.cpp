@@ -64,15 +64,19 @@ TEST_F(BadInput, ZeroFrames) {
 }
 
 TEST_F(BadInput, BrokenOffClipIsDoneAsFarAsItDecodes) {
-  makeClip("whole.mkv");
+  // Noise does not compress, so the cut falls among the pictures.
+  ffmpeg({"-f", "lavfi", "-i", "nullsrc=s=64x64:r=24:d=1,format=gray,geq=random(1)*255", "-c:v",
+          "ffv1", folder_ / "whole.mkv"});
   const std::string whole = readFile(folder_ / "whole.mkv");
   writeFile(folder_ / "in.mkv", whole.substr(0, whole.size() * 6 / 10));
   const Outcome outcome = varilum({"deflicker", folder_ / "in.mkv", folder_ / "out.mkv"});
   EXPECT_EQ(outcome.code, 0) << outcome.err;
   EXPECT_NE(outcome.err.find("warning"), std::string::npos) << outcome.err;
-  const std::size_t frames = readStripes(folder_ / "out.mkv", kEight).size();
-  EXPECT_GE(frames, 1U);
-  EXPECT_LT(frames, 6U);
+  const std::string sums = ffmpeg({"-i", folder_ / "out.mkv", "-f", "framemd5", "-"});
+  const auto frames =
+      std::count(sums.begin(), sums.end(), '\n') - std::count(sums.begin(), sums.end(), '#');
+  EXPECT_GE(frames, 8);
+  EXPECT_LT(frames, 24);
 }
 
 TEST_F(BadInput, ExistingOutputIsKeptUnlessForced) {
@@ -122,7 +126,7 @@ TEST_F(BadInput, FullDisk) {
   }
   EXPECT_EQ(outcome.code, 1) << outcome.err;
   EXPECT_TRUE(isOneLine(outcome.err)) << outcome.err;
-  EXPECT_NE(outcome.err.find("full"), std::string::npos) << outcome.err;
+  EXPECT_NE(outcome.err.find("space"), std::string::npos) << outcome.err;
   EXPECT_EQ(outcome.out, "") << "left over";
 }
 

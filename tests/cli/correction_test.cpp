@@ -85,8 +85,9 @@ TEST(Correction, LinearWithSmoothing) {
   const auto input = measured(in, mean);
   for (const int n : {1, 3, 30}) {
     const auto desired = smoothed(input, n);
-    expectFrames(deflickered(in, {"--smoothing-frames", std::to_string(n)}), in,
-                 [&](double level, std::size_t f) { return entry(level * desired[f] / input[f]); });
+    expectFrames(
+        deflickered(in, {"--smoothing-frames", std::to_string(n)}), in,
+        [&](double level, std::size_t f) { return entry(level * (desired[f] / input[f])); });
   }
 }
 
@@ -163,14 +164,14 @@ TEST(Correction, KeyframesRunEvenlyBetweenThem) {
     return f <= 1 ? 70.0 : f >= 5 ? 110.0 : 70.0 + 10.0 * static_cast<double>(f - 1);
   };
   expectFrames(deflickered(in, {"--luminance", "1=70", "--luminance", "5=110"}), in,
-               [&](double level, std::size_t f) { return entry(level * desired(f) / input[f]); });
+               [&](double level, std::size_t f) { return entry(level * (desired(f) / input[f])); });
 }
 
 TEST(Correction, OneLuminanceForTheWholeClip) {
   const Frames in = flickering(kGains);
   const auto input = measured(in, mean);
   expectFrames(deflickered(in, {"--luminance", "101.5"}), in,
-               [&](double level, std::size_t f) { return entry(level * 101.5 / input[f]); });
+               [&](double level, std::size_t f) { return entry(level * (101.5 / input[f])); });
 }
 
 TEST(Correction, KeyframesWithTheClippingKnee) {
@@ -212,8 +213,9 @@ TEST(Correction, SubRectangleIsAllThatCounts) {
   const auto input = measured(in, [](const Stripes& s) { return (s[0] + s[1]) / 2.0; });
   const auto desired = smoothed(input, 2);
   for (const char* corners : {"0,0,32,64", "32,64,0,0"}) {
-    expectFrames(deflickered(in, {"--smoothing-frames", "2", "--subrect", corners}), in,
-                 [&](double level, std::size_t f) { return entry(level * desired[f] / input[f]); });
+    expectFrames(
+        deflickered(in, {"--smoothing-frames", "2", "--subrect", corners}), in,
+        [&](double level, std::size_t f) { return entry(level * (desired[f] / input[f])); });
   }
 }
 
@@ -224,7 +226,7 @@ TEST(Correction, FavorBrighterWeighsByBrightness) {
   });
   const auto desired = smoothed(input, 2);
   expectFrames(deflickered(in, {"--smoothing-frames", "2", "--favor-brighter"}), in,
-               [&](double level, std::size_t f) { return entry(level * desired[f] / input[f]); });
+               [&](double level, std::size_t f) { return entry(level * (desired[f] / input[f])); });
 }
 
 TEST(Correction, FramesNotToBeDeflickeredStayAndTakeNoPart) {
@@ -236,7 +238,7 @@ TEST(Correction, FramesNotToBeDeflickeredStayAndTakeNoPart) {
   expectFrames(deflickered(in, {"--smoothing-frames", "2", "--dont-deflicker", "0",
                                 "--dont-deflicker", "3..4", "--dont-deflicker", "9.."}),
                in, [&](double level, std::size_t f) {
-                 return input[f] > 0.0 ? entry(level * desired[f] / input[f]) : level;
+                 return input[f] > 0.0 ? entry(level * (desired[f] / input[f])) : level;
                });
 }
 

@@ -148,8 +148,8 @@ TEST_F(Footage, OddSizesAndRotation) {
 }
 
 TEST_F(Footage, RectangleFollowsTheTurnedPicture) {
-  // Stored: four stripes from left to right. Turned by 90 degrees clockwise they run from top to
-  // bottom; the top half as shown holds the two left ones.
+  // Stored: four stripes from left to right. Turned by 90 degrees anticlockwise, which is what
+  // ffmpeg makes of "rotate=90", they run from bottom to top: the bottom half holds the left ones.
   Frames frames = flickering({1.0, 0.8, 1.1, 0.9, 1.2, 0.7});
   for (std::size_t f = 0; f < frames.size(); ++f) frames[f][2] = frames[f][3] = f % 2 ? 250.0 : 5.0;
   writeStripes(folder_ / "flat.mp4", frames, kEight,
@@ -165,7 +165,7 @@ TEST_F(Footage, RectangleFollowsTheTurnedPicture) {
     for (const auto& frame : info.at("frames")) list.push_back(frame.at("inputLuminance"));
     return list;
   };
-  EXPECT_EQ(levels("turned.mp4", "0,0,64,32"), levels("flat.mp4", "0,0,32,64"));
+  EXPECT_EQ(levels("turned.mp4", "0,32,64,64"), levels("flat.mp4", "0,0,32,64"));
 }
 
 TEST_F(Footage, AContainerThatClaimsNinetyThousandFrames) {

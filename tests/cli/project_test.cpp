@@ -160,7 +160,7 @@ TEST_F(Project, RefusesDamage) {
   analyze();
   const std::string whole = readFile(project_);
   for (const std::size_t at :
-       {std::size_t{9}, std::size_t{50}, whole.size() - 200000, whole.size() - 5}) {
+       {std::size_t{9}, std::size_t{50}, whole.size() - 100000, whole.size() - 5}) {
     std::string bad = whole;
     bad[at] = static_cast<char>(bad[at] ^ 1);
     writeFile(project_, bad);
