@@ -26,7 +26,7 @@ double gainOf(const Levels& levels, std::size_t frame) {
 std::string projectText(const Project& project, const Levels& levels) {
   std::string text;
   const auto line = [&](const std::string& name, const std::string& value) {
-    text += fmt::format("{:<28}{}\n", name, value);
+    text += fmt::format("{:<32}{}\n", name, value);
   };
   line("clip", project.clip);
   line("size",
