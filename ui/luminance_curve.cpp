@@ -47,7 +47,7 @@ Variance layOutCurve(std::span<const double> values, const DRAWBOT_RectF32& plot
   return variance;
 }
 
-Run nextRun(std::span<const double> values, double bottom, std::size_t from) noexcept {
+FrameRun nextRun(std::span<const double> values, double bottom, std::size_t from) noexcept {
   std::size_t first = from;
   while (first < values.size() && !(values[first] > bottom)) ++first;
   std::size_t end = first;

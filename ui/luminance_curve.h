@@ -27,14 +27,14 @@ Variance layOutCurve(std::span<const double> values, const DRAWBOT_RectF32& plot
                      const LuminanceScale& scale, std::span<DRAWBOT_PointF32> points) noexcept;
 
 // Consecutive frames [first, end).
-struct Run {
+struct FrameRun {
   std::size_t first;
   std::size_t end;
 };
 
 // The next longest run, from `from` on, of values above bottom; empty at the end of values when
 // there is none.
-Run nextRun(std::span<const double> values, double bottom, std::size_t from) noexcept;
+FrameRun nextRun(std::span<const double> values, double bottom, std::size_t from) noexcept;
 
 // The stroke that shows a lone frame, at its height: to the next frame, or, where there is none,
 // one pixel up to it (in a layer of one frame, from it).

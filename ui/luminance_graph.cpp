@@ -69,7 +69,7 @@ void drawAxisLabels(Painter& painter, const Font& font, const PanelLayout& layou
 void drawCurve(Painter& painter, const DRAWBOT_ColorRGBA& color, std::span<const double> values,
                std::span<const DRAWBOT_PointF32> points, double bottom) {
   Pen pen{painter, color};
-  for (Run run = nextRun(values, bottom, 0); run.first < run.end && !painter.failed();
+  for (FrameRun run = nextRun(values, bottom, 0); run.first < run.end && !painter.failed();
        run = nextRun(values, bottom, run.end)) {
     if (run.end - run.first > 1) {
       pen.stroke(points.subspan(run.first, run.end - run.first));
