@@ -22,8 +22,7 @@ namespace {
 
 enum ExitCode { kDone = 0, kFailed = 1, kUsage = 2, kInterrupted = 130 };
 
-constexpr const char* kAbout =
-    "Removes brightness flicker from footage.";
+constexpr const char* kAbout = "Removes brightness flicker from footage.";
 constexpr const char* kExamples =
     "\nExamples:\n"
     "  varilum4 deflicker shot.mp4 steady.mp4\n"
