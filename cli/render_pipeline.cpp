@@ -29,7 +29,7 @@ class Workers {
   Workers(host::Instance& instance, ClipSource& source, const RenderPlan& plan)
       : source_(source), plan_(plan) {
     // All copies are made before any works: making one sends commands to the instance.
-    for (int i = 0; i < plan.workers; ++i) copies_.push_back(instance.renderCopy());
+    for (int i = 0; i < plan.workers; ++i) copies_.push_back(instance.renderCopy(plan.path));
     try {
       for (host::RenderCopy& copy : copies_) threads_.emplace_back([this, &copy] { work(copy); });
     } catch (...) {
@@ -103,7 +103,7 @@ class Workers {
     source_.lend(frame, task.original, plan_.area);
     std::optional<double> level;
     try {
-      copy.render(static_cast<std::int32_t>(frame), plan_.depth, output, plan_.path);
+      copy.render(static_cast<std::int32_t>(frame), plan_.depth, output);
       level = source_.takeBack(frame);
     } catch (...) {
       source_.takeBack(frame);

@@ -11,9 +11,11 @@ namespace host {
 
 class RenderCopy::State {
  public:
-  explicit State(std::unique_ptr<SequenceCopy> itsCopy) : copy(std::move(itsCopy)) {}
+  State(std::unique_ptr<SequenceCopy> itsCopy, RenderPath itsPath)
+      : copy(std::move(itsCopy)), path(itsPath) {}
 
   std::unique_ptr<SequenceCopy> copy;
+  const RenderPath path;
   std::string key;
 };
 
@@ -22,8 +24,8 @@ RenderCopy::~RenderCopy() = default;
 RenderCopy::RenderCopy(RenderCopy&&) noexcept = default;
 RenderCopy& RenderCopy::operator=(RenderCopy&&) noexcept = default;
 
-void RenderCopy::render(std::int32_t frame, Depth depth, Image& output, RenderPath path) {
-  state_->key = renderFrame(*state_->copy, frame, depth, output, path);
+void RenderCopy::render(std::int32_t frame, Depth depth, Image& output) {
+  state_->key = renderFrame(*state_->copy, frame, depth, output, state_->path);
 }
 
 std::string RenderCopy::lastCacheKey() const {
@@ -76,11 +78,11 @@ void Instance::goTo(std::int32_t frame) {
 }
 
 void Instance::render(std::int32_t frame, Depth depth, Image& output, RenderPath path) {
-  renderFrame(state_->renderSide(), frame, depth, output, path);
+  renderFrame(state_->renderSide(path), frame, depth, output, path);
 }
 
-RenderCopy Instance::renderCopy() {
-  return RenderCopy(std::make_unique<RenderCopy::State>(state_->newRenderCopy()));
+RenderCopy Instance::renderCopy(RenderPath path) {
+  return RenderCopy(std::make_unique<RenderCopy::State>(state_->newRenderCopy(path), path));
 }
 
 SavedInstance Instance::save() {

@@ -91,8 +91,9 @@ class RenderCopy {
   RenderCopy& operator=(RenderCopy&&) noexcept;
 
   // Renders a frame at full size into output, which gets the layer's size and this depth unless it
-  // has them already. Throws CommandError, Cancelled, or what the frame source threw.
-  void render(std::int32_t frame, Depth depth, Image& output, RenderPath path = RenderPath::smart);
+  // has them already, on the path that the copy was made for. Throws CommandError, Cancelled, or
+  // what the frame source threw.
+  void render(std::int32_t frame, Depth depth, Image& output);
 
   // The key under which a host would cache the frame: parameters, time, depth and the bytes that
   // the effect mixed in at the last render. Equal keys mean equal frames.
@@ -133,7 +134,7 @@ class Instance {
   void render(std::int32_t frame, Depth depth, Image& output, RenderPath path = RenderPath::smart);
 
   // A further copy for another thread. Reflects the instance as it is now.
-  RenderCopy renderCopy();
+  RenderCopy renderCopy(RenderPath path = RenderPath::smart);
 
   // Flattened data (the live instance goes on) and parameter values.
   SavedInstance save();

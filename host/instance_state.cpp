@@ -38,7 +38,7 @@ std::int32_t InstanceState::checkedTime(std::int32_t frame) const {
 void InstanceState::edit(std::int32_t index, std::int32_t time,
                          const std::function<void()>& change) {
   change();
-  render_.reset();
+  dropRenderCopies();
   if ((declaration(index).definition.flags & PF_ParamFlag_SUPERVISE) != 0) {
     tellChange(index, time);
   } else {
@@ -60,7 +60,7 @@ void InstanceState::tellChange(std::int32_t index, std::int32_t time) {
   PF_UserChangedParamExtra extra{index};
   const std::int32_t result = command.send(&extra);
   takeChanges(command);
-  render_.reset();
+  dropRenderCopies();
   // What went wrong in the effect comes before anything that goes wrong in the clearing up.
   try {
     updateUi();
@@ -103,23 +103,32 @@ void InstanceState::goTo(std::int32_t frame) {
 
 void InstanceState::load(const SavedParameter& parameter) {
   loadOne(ui, parameter);
-  render_.reset();
+  dropRenderCopies();
 }
 
 SavedInstance InstanceState::save() {
   return {ui.flatten(), saveAll(ui)};
 }
 
-std::unique_ptr<SequenceCopy> InstanceState::newRenderCopy() {
-  auto copy = std::make_unique<SequenceCopy>(effect, ui.layer, ui.params, true);
+void InstanceState::dropRenderCopies() noexcept {
+  smartRender_.reset();
+  classicRender_.reset();
+}
+
+// Only copies for smart renders are marked as such: hosts that send plain RENDER commands have no
+// copies of that kind, and effects count on the full data there.
+std::unique_ptr<SequenceCopy> InstanceState::newRenderCopy(RenderPath path) {
+  const bool renderOnly = path == RenderPath::smart;
+  auto copy = std::make_unique<SequenceCopy>(effect, ui.layer, ui.params, renderOnly);
   copy->resetUp(ui.flatten());
   return copy;
 }
 
-SequenceCopy& InstanceState::renderSide() {
+SequenceCopy& InstanceState::renderSide(RenderPath path) {
   if (effect.state.role == Role::premiere) return ui;
-  if (!render_) render_ = newRenderCopy();
-  return *render_;
+  auto& copy = path == RenderPath::smart ? smartRender_ : classicRender_;
+  if (!copy) copy = newRenderCopy(path);
+  return *copy;
 }
 
 bool InstanceState::watermarked() {

@@ -28,8 +28,8 @@ class InstanceState {
 
   // The copy to render with, made anew when the user-interface copy has changed since. In the
   // Premiere role there is one copy for both.
-  SequenceCopy& renderSide();
-  std::unique_ptr<SequenceCopy> newRenderCopy();
+  SequenceCopy& renderSide(RenderPath path = RenderPath::smart);
+  std::unique_ptr<SequenceCopy> newRenderCopy(RenderPath path);
   bool watermarked();
 
   std::int32_t checkedTime(std::int32_t frame) const;  // throws Error for a frame outside
@@ -46,8 +46,10 @@ class InstanceState {
   void tellChange(std::int32_t index, std::int32_t time);
   void takeChanges(Command& command);
   void updateUi();
+  void dropRenderCopies() noexcept;
 
-  std::unique_ptr<SequenceCopy> render_;
+  std::unique_ptr<SequenceCopy> smartRender_;
+  std::unique_ptr<SequenceCopy> classicRender_;
   std::int32_t frame_ = 0;
 };
 

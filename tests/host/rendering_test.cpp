@@ -231,6 +231,8 @@ TEST_F(TestEffect, plainRenderSendsItsThreeCommands) {
   host::Image out;
   instance.render(0, Depth::bits8, out);
   std::vector<std::int32_t> order;
+  // The copy for plain renders is made at the first one.
+  instance.render(0, Depth::bits16, out, host::RenderPath::classic);
   run([&](const TestCall& call) -> std::optional<std::int32_t> {
     if (call.command == PF_Cmd_ARBITRARY_CALLBACK) return std::nullopt;
     order.push_back(call.command);

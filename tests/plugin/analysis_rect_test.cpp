@@ -1,4 +1,4 @@
-// tests/plugin/analysis_rect_test.cpp
+// tests/plugin/analysis_rect_test.cpp — the rectangle and the step that are measured.
 #include "analysis/analysis_rect.h"
 
 #include <gtest/gtest.h>

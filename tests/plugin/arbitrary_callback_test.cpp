@@ -1,4 +1,4 @@
-// tests/plugin/arbitrary_callback_test.cpp
+// tests/plugin/arbitrary_callback_test.cpp — the Luminance value in the host's hands.
 #include "plugin/arbitrary_callback.h"
 
 #include <gtest/gtest.h>

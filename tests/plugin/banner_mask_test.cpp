@@ -1,4 +1,4 @@
-// tests/plugin/banner_mask_test.cpp
+// tests/plugin/banner_mask_test.cpp — size, ink and margins of the notice.
 #include "resources/banner_mask.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// tests/plugin/dispatch_test.cpp
+// tests/plugin/dispatch_test.cpp — from commands to handlers, from failures to results.
 #include "plugin/dispatch.h"
 
 #include <gtest/gtest.h>

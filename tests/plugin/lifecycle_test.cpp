@@ -1,4 +1,4 @@
-// tests/plugin/lifecycle_test.cpp
+// tests/plugin/lifecycle_test.cpp — instances made, saved, restored and destroyed.
 #include "stats/lifecycle.h"
 
 #include <gtest/gtest.h>

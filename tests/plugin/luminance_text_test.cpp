@@ -1,4 +1,4 @@
-// tests/plugin/luminance_text_test.cpp
+// tests/plugin/luminance_text_test.cpp — Luminance values as text.
 #include "plugin/luminance_text.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// tests/plugin/parameter_setup_test.cpp
+// tests/plugin/parameter_setup_test.cpp — the declarations as a host takes them.
 #include "plugin/parameter_setup.h"
 
 #include <gtest/gtest.h>

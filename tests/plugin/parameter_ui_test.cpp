@@ -1,4 +1,4 @@
-// tests/plugin/parameter_ui_test.cpp
+// tests/plugin/parameter_ui_test.cpp — labels and greyed controls.
 #include "plugin/parameter_ui.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// tests/plugin/property_list_test.cpp
+// tests/plugin/property_list_test.cpp — the property list, byte for byte.
 #include "resources/property_list.h"
 
 #include <gtest/gtest.h>

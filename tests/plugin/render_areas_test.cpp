@@ -1,4 +1,4 @@
-// tests/plugin/render_areas_test.cpp
+// tests/plugin/render_areas_test.cpp — rectangles of an output frame.
 #include "render/render_areas.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// tests/plugin/string_table_test.cpp
+// tests/plugin/string_table_test.cpp — texts by number.
 #include "resources/string_table.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// tests/plugin/web_page_test.cpp
+// tests/plugin/web_page_test.cpp — opening the help page.
 #include "platform/web_page.h"
 
 #include <gtest/gtest.h>
