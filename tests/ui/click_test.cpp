@@ -1,4 +1,4 @@
-// tests/ui/click_test.cpp
+// tests/ui/click_test.cpp — clicks and drags on every part of a drawn panel.
 #include "ui/click.h"
 
 #include <gtest/gtest.h>

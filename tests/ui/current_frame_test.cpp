@@ -1,4 +1,4 @@
-// tests/ui/current_frame_test.cpp
+// tests/ui/current_frame_test.cpp — frames of times inside and outside a layer.
 #include "ui/current_frame.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// tests/ui/draw_test.cpp
+// tests/ui/draw_test.cpp — every mark of a draw in order, and every refused call.
 #include "ui/draw.h"
 
 #include <gmock/gmock.h>

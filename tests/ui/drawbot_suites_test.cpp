@@ -1,4 +1,4 @@
-// tests/ui/drawbot_suites_test.cpp
+// tests/ui/drawbot_suites_test.cpp — suites acquired, refused and given back.
 #include "ui/drawbot_suites.h"
 
 #include <gtest/gtest.h>

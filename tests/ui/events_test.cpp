@@ -1,4 +1,4 @@
-// tests/ui/events_test.cpp
+// tests/ui/events_test.cpp — which events are answered and how.
 #include "ui/events.h"
 
 #include <gtest/gtest.h>

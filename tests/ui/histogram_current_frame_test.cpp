@@ -1,4 +1,4 @@
-// tests/ui/histogram_current_frame_test.cpp
+// tests/ui/histogram_current_frame_test.cpp — the frame in hand, from either kind of host.
 #include "analysis/histogram_current_frame.h"
 
 #include <gmock/gmock.h>

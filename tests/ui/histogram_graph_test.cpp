@@ -1,4 +1,4 @@
-// tests/ui/histogram_graph_test.cpp
+// tests/ui/histogram_graph_test.cpp — texts, channels and notices of the upper graph.
 #include "ui/histogram_graph.h"
 
 #include <gmock/gmock.h>

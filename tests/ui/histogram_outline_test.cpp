@@ -1,4 +1,4 @@
-// tests/ui/histogram_outline_test.cpp
+// tests/ui/histogram_outline_test.cpp — outlines by hand-worked numbers.
 #include "ui/histogram_outline.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// tests/ui/layout_test.cpp
+// tests/ui/layout_test.cpp — rectangles by hand-worked numbers.
 #include "ui/layout.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// tests/ui/luminance_curve_test.cpp
+// tests/ui/luminance_curve_test.cpp — points, gaps and variances by hand.
 #include "ui/luminance_curve.h"
 
 #include <gtest/gtest.h>

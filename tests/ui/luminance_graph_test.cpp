@@ -1,4 +1,4 @@
-// tests/ui/luminance_graph_test.cpp
+// tests/ui/luminance_graph_test.cpp — curves, labels and memory of the lower graph.
 #include "ui/luminance_graph.h"
 
 #include <gmock/gmock.h>

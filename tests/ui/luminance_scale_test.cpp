@@ -1,4 +1,4 @@
-// tests/ui/luminance_scale_test.cpp
+// tests/ui/luminance_scale_test.cpp — zoomed scales by hand-worked numbers.
 #include "ui/luminance_scale.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// tests/ui/panel_text_test.cpp
+// tests/ui/panel_text_test.cpp — widening, cutting and formatting.
 #include "ui/panel_text.h"
 
 #include <gtest/gtest.h>
