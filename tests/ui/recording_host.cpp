@@ -14,6 +14,7 @@
 #include "hostapi/suites/aegp_world.h"
 #include "hostapi/suites/app.h"
 #include "hostapi/suites/custom_ui.h"
+#include "hostapi/suites/param_utils.h"
 #include "hostapi/suites/world.h"
 #include "stats/lifecycle.h"
 #include "ui/events.h"
@@ -225,6 +226,12 @@ struct Callbacks {
     return 0;
   }
 
+  static std::int32_t updateUi(PF_ProgPtr, std::int32_t index, const PF_ParamDef* definition) {
+    if (const auto error = host().called("PF_UpdateParamUI")) return error;
+    host().labels.emplace_back(index, definition->name);
+    return 0;
+  }
+
   static std::int32_t newEffect(std::int32_t id, PF_ProgPtr, AEGP_EffectRefH* ref) {
     if (const auto error = host().called("AEGP_GetNewEffectForEffect")) return error;
     if (id != host().global.aegpPluginId) ++host().violations;
@@ -333,6 +340,11 @@ std::int32_t Callbacks::acquire(const char* name, std::int32_t version, const vo
     suite.PF_AppGetBgColor = background;
     return suite;
   }();
+  static const auto paramUtils = [] {
+    PF_ParamUtilsSuite3 suite{};
+    suite.PF_UpdateParamUI = updateUi;
+    return suite;
+  }();
   static const auto interface = [] {
     AEGP_PFInterfaceSuite1 suite{};
     suite.AEGP_GetNewEffectForEffect = newEffect;
@@ -378,6 +390,7 @@ std::int32_t Callbacks::acquire(const char* name, std::int32_t version, const vo
       {"PF Effect Custom UI Suite 1", &customUi1},
       {"PF Effect Custom UI Suite 2", &customUi2},
       {"PF AE App Suite 6", &app},
+      {"PF Param Utils Suite 3", &paramUtils},
       {"AEGP PF Interface Suite 1", &interface},
       {"AEGP Effect Suite 4", &effect},
       {"AEGP Layer Render Options Suite 2", &options},

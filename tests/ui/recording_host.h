@@ -77,6 +77,7 @@ class RecordingHost {
   enum class Ready { yes, noReceipt, noWorld };
   Ready ready = Ready::yes;
   std::vector<std::pair<std::int32_t, std::int32_t>> checkouts;  // index, time
+  std::vector<std::pair<std::int32_t, std::string>> labels;      // redefined: index, name
 
   std::vector<Primitive> drawn;
   std::vector<std::string> described() const;
