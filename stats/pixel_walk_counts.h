@@ -1,0 +1,37 @@
+// stats/pixel_walk_counts.h — counts of levels while a walk is under way.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "stats/frame_stats.h"
+#include "stats/pixel_walk_kernels.h"
+
+namespace varilum {
+
+// What bounds a walk is the number of counts it stores, so green and luminance share one: three a
+// pixel. About 114 KB, made to live on the stack for the length of a walk.
+class WalkCounts {
+ public:
+  // Pixels of at most a piece: 8-bit ones or LevelWords, at any address. Reads count of them,
+  // rounded up to whole blocks.
+  void add(const WalkKernels& kernels, const std::byte* pixels, int count) noexcept;
+
+  void addTo(FrameHistogram& histogram) const noexcept;
+
+ private:
+  // Equal neighbours take turns in two tables, so as not to wait for each other's counts. Padded by
+  // a cache line: equal bins of two tables never share a set.
+  static constexpr int kTurns = 2;
+  using Channel = std::uint32_t[kLevels + 16];
+
+  void addColour(LevelWord word, std::uint32_t count) noexcept;
+  void addPairs(const WalkPairs& pairs, const std::byte* pixels, int from, int to) noexcept;
+  void settleTies(const WalkPairs& pairs, const std::byte* pixels, int from, int to) noexcept;
+
+  std::uint32_t pairs_[kPairs] = {};
+  Channel red_[kTurns] = {};
+  Channel blue_[kTurns] = {};
+};
+
+}  // namespace varilum
