@@ -1,0 +1,154 @@
+// bench/effect_bench.cpp — the whole effect in the embedded host, through its entry point.
+//
+// Floors stand beside: a copy of the same bytes, and for renders the same iteration of the host
+// with a kernel that only copies, which is what "Don't deflicker" comes down to.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "host/instance.h"
+
+namespace {
+
+using host::Depth;
+using host::Image;
+using host::Instance;
+
+constexpr std::int32_t kManyFrames = 100000;
+constexpr int kSmoothing = 2;  // choices of "Deflicker method"
+constexpr int kKeyframes = 1;
+
+// Frames that cost nothing to read: the picture is painted once and stays in the image.
+class StillSource : public host::FrameSource {
+ public:
+  StillSource(std::int32_t width, std::int32_t height, std::int32_t frames, Depth depth) {
+    info_.width = width;
+    info_.height = height;
+    info_.frameCount = frames;
+    info_.depth = depth;
+  }
+  const host::LayerInfo& info() const override { return info_; }
+  void read(std::int32_t frame, Image& image) override {
+    // A level of its own for each frame; the rest is whatever the image held.
+    std::memset(image.row(0), 60 + frame % 50, static_cast<std::size_t>(image.rowBytes()));
+  }
+
+ private:
+  host::LayerInfo info_;
+};
+
+struct Scene {
+  Scene(std::int32_t width, std::int32_t height, std::int32_t frames, Depth depth)
+      : source(width, height, frames, depth),
+        module(VARILUM_EFFECT_PATH),
+        app(host::Role::afterEffects, {13, 14}, oneThread()),
+        effect(app, module),
+        fx(effect, source) {}
+
+  static host::HostOptions oneThread() {
+    host::HostOptions options;
+    options.threads = 1;
+    return options;
+  }
+
+  StillSource source;
+  host::EffectModule module;
+  host::Host app;
+  host::Effect effect;
+  Instance fx;
+};
+
+// Targets of all frames as an edit leads to them: every parameter checked out at every frame.
+void targetsWithCheckouts(benchmark::State& state) {
+  Scene scene(8, 8, kManyFrames, Depth::bits8);
+  scene.fx.press("Analyze");
+  const bool keyframes = state.range(0) == kKeyframes;
+  scene.fx.param("Deflicker method").set(keyframes ? kKeyframes : kSmoothing);
+  scene.fx.param("Luminance").setTextAt(0, "100");
+  scene.fx.param("Luminance").setTextAt(kManyFrames - 1, "140");
+  double method = 1.0;
+  for (auto _ : state) {
+    // Any edit of the correction computes the targets again.
+    scene.fx.param("Correction method").set(method);
+    method = method < 3.0 ? method + 1.0 : 1.0;
+  }
+  state.SetItemsProcessed(state.iterations() * kManyFrames);
+}
+BENCHMARK(targetsWithCheckouts)
+    ->ArgName("method")
+    ->Arg(kSmoothing)
+    ->Arg(kKeyframes)
+    ->Unit(benchmark::kMillisecond);
+
+void flatten(benchmark::State& state) {
+  Scene scene(8, 8, kManyFrames, Depth::bits8);
+  std::size_t bytes = 0;
+  for (auto _ : state) {
+    const host::SavedInstance saved = scene.fx.save();
+    bytes = saved.sequenceData.size();
+    benchmark::DoNotOptimize(saved.sequenceData.data());
+  }
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
+}
+BENCHMARK(flatten)->Unit(benchmark::kMillisecond);
+
+void resetup(benchmark::State& state) {
+  Scene scene(8, 8, kManyFrames, Depth::bits8);
+  const host::SavedInstance saved = scene.fx.save();
+  for (auto _ : state) {
+    const Instance opened = Instance::open(scene.effect, scene.source, saved);
+    benchmark::DoNotOptimize(&opened);
+  }
+  state.SetBytesProcessed(state.iterations() *
+                          static_cast<std::int64_t>(saved.sequenceData.size()));
+}
+BENCHMARK(resetup)->Unit(benchmark::kMillisecond);
+
+// Floor of the two above: one copy of as many bytes into new memory.
+void copyOfSavedBytes(benchmark::State& state) {
+  Scene scene(8, 8, kManyFrames, Depth::bits8);
+  const host::SavedInstance saved = scene.fx.save();
+  for (auto _ : state) {
+    std::vector<std::byte> copy = saved.sequenceData;
+    benchmark::DoNotOptimize(copy.data());
+  }
+  state.SetBytesProcessed(state.iterations() *
+                          static_cast<std::int64_t>(saved.sequenceData.size()));
+}
+BENCHMARK(copyOfSavedBytes)->Unit(benchmark::kMillisecond);
+
+// One 1080p frame by the smart pair; with passed over, the same without any arithmetic.
+void renderFrame(benchmark::State& state) {
+  const auto depth = static_cast<Depth>(state.range(0));
+  Scene scene(1920, 1080, 3, depth);
+  if (state.range(1) > 0)
+    scene.fx.param("Correction method").set(static_cast<double>(state.range(1)));
+  if (state.range(1) == 0) scene.fx.param("Don't deflicker").set(1);
+  scene.fx.press("Analyze");
+  Image output;
+  for (auto _ : state) {
+    scene.fx.render(1, depth, output);
+    benchmark::DoNotOptimize(output.row(0));
+  }
+  state.SetItemsProcessed(state.iterations() * 1920 * 1080);
+}
+BENCHMARK(renderFrame)
+    ->ArgNames({"bits", "method"})
+    ->ArgsProduct({{8, 16, 32}, {0, 1, 2, 3}})
+    ->Unit(benchmark::kMillisecond);
+
+void copyOfFrame(benchmark::State& state) {
+  const auto depth = static_cast<Depth>(state.range(0));
+  const std::vector<std::byte> from(static_cast<std::size_t>(1920 * 1080 * pixelBytes(depth)));
+  std::vector<std::byte> to(from.size());
+  for (auto _ : state) {
+    std::memcpy(to.data(), from.data(), from.size());
+    benchmark::ClobberMemory();
+  }
+}
+BENCHMARK(copyOfFrame)->ArgName("bits")->Arg(8)->Arg(16)->Arg(32)->Unit(benchmark::kMillisecond);
+
+}  // namespace
