@@ -17,6 +17,7 @@
 namespace host {
 
 class EffectState;
+class PanelState;
 class SequenceCopy;
 class SmartFrame;
 struct LayerFrame;
@@ -74,6 +75,7 @@ class Command {
   bool quiet = false;                  // the message is not shown
   std::atomic<bool> cancelled{false};  // the user said stop
   SmartFrame* smart = nullptr;         // during the smart pair
+  PanelState* panel = nullptr;         // during events
   std::vector<int> suites;             // acquired here and not released
 
   std::mutex mutex;  // of what callbacks from another thread reach

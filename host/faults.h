@@ -31,6 +31,18 @@ enum class CallKind : std::uint8_t {
   script,
   registerAegp,
   isRenderEngine,
+  backgroundColour,
+  drawingReference,  // of a context; also supplier and surface
+  fontSize,
+  newDrawingObject,
+  pathCall,
+  drawCall,
+  asyncManager,
+  newEffectRef,
+  renderOptions,
+  asyncFrame,
+  receiptWorld,
+  fillWorld,
   count_
 };
 

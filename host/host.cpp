@@ -44,6 +44,7 @@ Outstanding Host::outstanding() const {
   open.progressDialogs = accounts.progressDialogs.load();
   open.preRenders = accounts.preRenders.load();
   open.drawingObjects = accounts.drawingObjects.load();
+  open.renderReferences = accounts.renderReferences.load();
   return open;
 }
 
@@ -52,15 +53,16 @@ std::string Outstanding::describe() const {
     std::int64_t count;
     const char* noun;
   };
-  const std::array<Line, 9> lines{{{handles, "handle"},
-                                   {locks, "lock"},
-                                   {paramCheckouts, "parameter check-out"},
-                                   {layerCheckouts, "layer check-out"},
-                                   {suites, "suite reference"},
-                                   {aegpHandles, "application handle"},
-                                   {progressDialogs, "progress dialog"},
-                                   {preRenders, "pre-render"},
-                                   {drawingObjects, "drawing object"}}};
+  const std::array<Line, 10> lines{{{handles, "handle"},
+                                    {locks, "lock"},
+                                    {paramCheckouts, "parameter check-out"},
+                                    {layerCheckouts, "layer check-out"},
+                                    {suites, "suite reference"},
+                                    {aegpHandles, "application handle"},
+                                    {progressDialogs, "progress dialog"},
+                                    {preRenders, "pre-render"},
+                                    {drawingObjects, "drawing object"},
+                                    {renderReferences, "render reference"}}};
   std::string text;
   for (const Line& line : lines) {
     if (line.count == 0) continue;

@@ -49,6 +49,7 @@ struct Outstanding {
   std::int64_t progressDialogs = 0;
   std::int64_t preRenders = 0;
   std::int64_t drawingObjects = 0;
+  std::int64_t renderReferences = 0;  // effects, render options and receipts in a panel's hands
 
   friend bool operator==(const Outstanding&, const Outstanding&) = default;
   bool nothing() const noexcept { return *this == Outstanding{}; }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/aegp_memory.h"
+#include "host/drawing_objects.h"
 #include "host/handles.h"
 
 namespace host {
@@ -44,6 +45,7 @@ HostState::~HostState() {
   }
   abandonHandles(*this);
   abandonAegpMemory(*this);
+  abandonDrawingObjects(*this);
 }
 
 void HostState::report(std::string_view text) noexcept {

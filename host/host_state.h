@@ -19,6 +19,7 @@ struct Accounts {
   std::atomic<std::int64_t> progressDialogs{0};
   std::atomic<std::int64_t> preRenders{0};
   std::atomic<std::int64_t> drawingObjects{0};
+  std::atomic<std::int64_t> renderReferences{0};
 };
 
 class HostState {

@@ -73,7 +73,8 @@ void InstanceState::tellChange(std::int32_t index, std::int32_t time) {
   command.require(result, "take a change of its parameters");
 }
 
-void InstanceState::takeChanges(Command& command) {
+std::vector<std::int32_t> InstanceState::takeChanges(Command& command) {
+  std::vector<std::int32_t> changed;
   for (std::size_t i = 1; i < command.params.size(); ++i) {
     const PF_ParamDef& record = command.params[i];
     if ((record.uu.change_flags & PF_ChangeFlag_CHANGED_VALUE) == 0) continue;
@@ -84,7 +85,9 @@ void InstanceState::takeChanges(Command& command) {
     }
     const auto index = static_cast<std::int32_t>(i);
     ui.params.set(index, command.in.current_time, ui.params.read(index, record));
+    changed.push_back(index);
   }
+  return changed;
 }
 
 void InstanceState::updateUi() {

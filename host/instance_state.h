@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "host/effect_state.h"
 #include "host/instance.h"
@@ -26,6 +27,13 @@ class InstanceState {
   void load(const SavedParameter& parameter);
   SavedInstance save();
 
+  // Takes over the values that the effect marked changed; gives their indices.
+  std::vector<std::int32_t> takeChanges(Command& command);
+  // The render copies are behind: they are made anew when next needed.
+  void dropRenderCopies() noexcept;
+  // UPDATE_PARAMS_UI, where the effect wants it.
+  void updateUi();
+
   // The copy to render with, made anew when the user-interface copy has changed since. In the
   // Premiere role there is one copy for both.
   SequenceCopy& renderSide(RenderPath path = RenderPath::smart);
@@ -44,9 +52,6 @@ class InstanceState {
  private:
   void begin();
   void tellChange(std::int32_t index, std::int32_t time);
-  void takeChanges(Command& command);
-  void updateUi();
-  void dropRenderCopies() noexcept;
 
   std::unique_ptr<SequenceCopy> smartRender_;
   std::unique_ptr<SequenceCopy> classicRender_;

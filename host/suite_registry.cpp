@@ -24,6 +24,7 @@
 #include "hostapi/suites/app_info.h"
 #include "hostapi/suites/basic.h"
 #include "hostapi/suites/custom_ui.h"
+#include "hostapi/suites/drawbot.h"
 #include "hostapi/suites/handle.h"
 #include "hostapi/suites/iterate.h"
 #include "hostapi/suites/param_utils.h"
@@ -42,6 +43,8 @@ struct Entry {
   const void* (*table)();
 };
 
+constexpr std::int32_t kSurfaceSuiteVersion1 = 1;  // a shorter table
+
 constexpr Entry kSuites[] = {
     {kPFHandleSuite, kPFHandleSuiteVersion1, kAll, handleSuite},
     {kPFParamUtilsSuite, kPFParamUtilsSuiteVersion3, kAll, paramUtilsSuite},
@@ -57,6 +60,11 @@ constexpr Entry kSuites[] = {
     {kPFIterateFloatSuite, kPFIterateFloatSuiteVersion2, kAe, iterateFloatSuite},
     {kPFEffectCustomUISuite, kPFEffectCustomUISuiteVersion1, kAll, customUiSuite1},
     {kPFEffectCustomUISuite, kPFEffectCustomUISuiteVersion2, kAe, customUiSuite2},
+    {kDRAWBOT_DrawSuite, kDRAWBOT_DrawSuite_Version1, kAll, drawbotDrawSuite},
+    {kDRAWBOT_SupplierSuite, kDRAWBOT_SupplierSuite_Version1, kAll, drawbotSupplierSuite},
+    {kDRAWBOT_SurfaceSuite, kSurfaceSuiteVersion1, kAll, drawbotSurfaceSuite},
+    {kDRAWBOT_SurfaceSuite, kDRAWBOT_SurfaceSuite_Version2, kAll, drawbotSurfaceSuite},
+    {kDRAWBOT_PathSuite, kDRAWBOT_PathSuite_Version1, kAll, drawbotPathSuite},
     {kAEGPUtilitySuite, kAEGPUtilitySuiteVersion5, kAe, aegpUtilitySuite},
     {kAEGPMemorySuite, kAEGPMemorySuiteVersion1, kAe, aegpMemorySuite},
     {kAEGPPFInterfaceSuite, kAEGPPFInterfaceSuiteVersion1, kAe, aegpInterfaceSuite},

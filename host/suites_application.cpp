@@ -4,6 +4,7 @@
 
 #include "host/command.h"
 #include "host/effect_state.h"
+#include "host/panel_state.h"
 #include "host/progress_dialog.h"
 #include "host/suite_tables.h"
 #include "host/unused_slot.h"
@@ -19,8 +20,14 @@ constexpr PF_App_Color kPanelGrey{0x2424, 0x2424, 0x2424};
 constexpr char kLanguage[PF_APP_LANG_TAG_SIZE] = "en_US";
 
 std::int32_t backgroundColour(PF_App_Color* colour) {
-  if (colour == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
+  HostState* host = currentHost();
+  if (host == nullptr || colour == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
+  if (const std::int32_t error = host->faults.check(CallKind::backgroundColour)) return error;
   *colour = kPanelGrey;
+  if (const PanelState* panel = currentPanel()) {
+    const auto& background = panel->options.background;
+    *colour = {background[0], background[1], background[2]};
+  }
   return PF_Err_NONE;
 }
 

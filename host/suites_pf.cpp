@@ -8,7 +8,6 @@
 #include "host/sequence_copy.h"
 #include "host/suite_tables.h"
 #include "host/unused_slot.h"
-#include "hostapi/suites/custom_ui.h"
 #include "hostapi/suites/handle.h"
 #include "hostapi/suites/iterate.h"
 #include "hostapi/suites/param_utils.h"
@@ -102,25 +101,6 @@ const void* iterateFloatSuite() {
     t.iterate = iterateFloat;
     HOST_UNUSED(t, iterate_origin);
     HOST_UNUSED(t, iterate_origin_non_clip_src);
-    return t;
-  }();
-  return &table;
-}
-
-const void* customUiSuite1() {
-  static const PF_EffectCustomUISuite1 table = [] {
-    PF_EffectCustomUISuite1 t{};
-    HOST_UNUSED(t, PF_GetDrawingReference);
-    return t;
-  }();
-  return &table;
-}
-
-const void* customUiSuite2() {
-  static const PF_EffectCustomUISuite2 table = [] {
-    PF_EffectCustomUISuite2 t{};
-    HOST_UNUSED(t, PF_GetDrawingReference);
-    HOST_UNUSED(t, PF_GetContextAsyncManager);
     return t;
   }();
   return &table;
