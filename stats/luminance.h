@@ -5,8 +5,12 @@
 
 namespace varilum {
 
-// Weights of the channels by level: red v x 0.3, green v x 0.59, blue v x 0.11 (the luma of
-// analogue television, rounded to two decimals), in this order in memory.
+// The luma of analogue television, rounded to two decimals.
+inline constexpr double kRedWeight = 0.3;
+inline constexpr double kGreenWeight = 0.59;
+inline constexpr double kBlueWeight = 0.11;
+
+// Weights of the channels by level, level x weight, in this order in memory.
 struct LuminanceWeights {
   double red[256];
   double green[256];
@@ -44,7 +48,18 @@ inline constexpr FixedWeights kFixedWeights = makeFixedWeights();
 
 // Level of a colour whose exact luminance lies halfway between two levels, one colour in a hundred:
 // the sum of the double weights may come out a hair below, and decides.
-std::uint8_t luminanceOfTie(unsigned red, unsigned green, unsigned blue) noexcept;
+inline std::uint8_t luminanceOfTie(unsigned red, unsigned green, unsigned blue) noexcept {
+  const auto weighted = [](unsigned level, double weight) {
+    return static_cast<std::int32_t>(level) * weight;
+  };
+  return static_cast<std::uint8_t>(weighted(red, kRedWeight) + weighted(green, kGreenWeight) +
+                                   weighted(blue, kBlueWeight) + 0.5);
+}
+
+// Level of a colour by its exact luminance, halves rounded up: the level but for ties.
+constexpr std::uint8_t luminanceRoundedUp(unsigned red, unsigned green, unsigned blue) noexcept {
+  return static_cast<std::uint8_t>((30 * red + 59 * green + 11 * blue + 50) / 100);
+}
 
 // Luminance level 0..255 of 8-bit channels: truncate(wr + wg + wb + 0.5), clamped, with the sums
 // of the double weights in this order. Exact for all 16.7 million colours: apart from the ties,

@@ -11,8 +11,7 @@
 namespace varilum {
 namespace {
 
-constexpr int kGroup = 32;  // pixels looked at for a common colour
-constexpr int kQuad = 4;    // pixels counted together
+constexpr int kQuad = 4;  // pixels counted together
 
 const std::byte* pixelAt(const std::byte* pixels, int index) noexcept {
   return pixels + std::size_t{Read8::kBytes} * static_cast<unsigned>(index);
@@ -55,7 +54,7 @@ void WalkCounts::add(const WalkKernels& kernels, const std::byte* pixels, int co
       addColour(wordAt(pixels, from), static_cast<std::uint32_t>(to - from));
     } else {
       addPairs(pairs, pixels, from, to);
-      settleTies(pairs, pixels, from, to);
+      noteTies(pairs, pixels, from, to);
     }
   }
 }
@@ -75,37 +74,51 @@ void WalkCounts::addPairs(const WalkPairs& pairs, const std::byte* pixels, int f
   for (; i + kQuad <= to; i += kQuad) {
     const auto indexes = load<std::uint64_t>(pairs.index + i);
     for (int bit = 0; bit < 64; bit += 16) ++pairs_[static_cast<std::uint16_t>(indexes >> bit)];
-    for (int two = 0; two < kQuad; two += 2) {
-      const auto words = load<std::uint64_t>(pixelAt(pixels, i + two));
-      ++red_[0][levelAt(words, 8)];
-      ++red_[1][levelAt(words, 40)];
-      ++blue_[0][levelAt(words, 24)];
-      ++blue_[1][levelAt(words, 56)];
-    }
+    for (int k = 0; k < kQuad; ++k) addRedBlue(wordAt(pixels, i + k), k % kTurns);
   }
   for (; i < to; ++i) {
-    const LevelWord word = wordAt(pixels, i);
     ++pairs_[pairs.index[i]];
-    ++red_[0][levelAt(word, 8)];
-    ++blue_[0][levelAt(word, 24)];
+    addRedBlue(wordAt(pixels, i), 0);
   }
+}
+
+void WalkCounts::addRedBlue(LevelWord word, int turn) noexcept {
+  ++red_[turn][levelAt(word, 8)];
+  ++blue_[turn][levelAt(word, 24)];
+}
+
+// One group in four has a tie, which no branch predictor foresees, so up to two are noted without
+// asking.
+void WalkCounts::noteTies(const WalkPairs& pairs, const std::byte* pixels, int from,
+                          int to) noexcept {
+  if (tieCount_ > kNotedTies - kGroup) settleTies();
+  auto ties = load<std::uint32_t>(pairs.ties + from / kWalkBlock);
+  if (to - from < kGroup) ties &= (std::uint32_t{1} << (to - from)) - 1;
+  const auto note = [&] {
+    ties_[tieCount_] = wordAt(pixels, from + std::countr_zero(ties) % kGroup);
+    tieCount_ += ties != 0;
+    ties &= ties - 1;
+  };
+  note();
+  note();
+  while (ties != 0) note();
 }
 
 // Moves those counts that belong a level lower.
-void WalkCounts::settleTies(const WalkPairs& pairs, const std::byte* pixels, int from,
-                            int to) noexcept {
-  auto ties = load<std::uint32_t>(pairs.ties + from / kWalkBlock);
-  if (to - from < kGroup) ties &= (std::uint32_t{1} << (to - from)) - 1;
-  for (; ties != 0; ties &= ties - 1) {
-    const int i = from + std::countr_zero(ties);
-    const LevelWord word = wordAt(pixels, i);
-    const std::uint8_t green = levelAt(word, 16);
-    --pairs_[pairs.index[i]];
-    ++pairs_[kGreenStride * green + luminanceOfTie(levelAt(word, 8), green, levelAt(word, 24))];
+void WalkCounts::settleTies() noexcept {
+  for (int i = 0; i < tieCount_; ++i) {
+    const std::uint8_t red = levelAt(ties_[i], 8);
+    const std::uint8_t green = levelAt(ties_[i], 16);
+    const std::uint8_t blue = levelAt(ties_[i], 24);
+    std::uint32_t* const pairs = pairs_ + kGreenStride * green;
+    --pairs[luminanceRoundedUp(red, green, blue)];
+    ++pairs[luminanceOfTie(red, green, blue)];
   }
+  tieCount_ = 0;
 }
 
-void WalkCounts::addTo(FrameHistogram& histogram) const noexcept {
+void WalkCounts::addTo(FrameHistogram& histogram) noexcept {
+  settleTies();
   for (int level = 0; level < kLevels; ++level) {
     for (int turn = 0; turn < kTurns; ++turn) {
       histogram.red[level] += red_[turn][level];
