@@ -18,6 +18,7 @@ void addDeflickerCommand(CLI::App& app, Work& work);
 void addAnalyzeCommand(CLI::App& app, Work& work);
 void addRenderCommand(CLI::App& app, Work& work);
 void addInfoCommand(CLI::App& app, Work& work);
+void addPanelCommand(CLI::App& app, Work& work);
 
 /// Version of the program, as --version prints it.
 const char* programVersion();

@@ -16,6 +16,9 @@ constexpr double kLargest = 32000.0;  // pixels a side
 // Narrow, as the fonts of panels are: the first of these that is installed.
 constexpr const char* kFontFamilies = "Liberation Sans,DejaVu Sans Condensed,sans-serif";
 
+// Lines of text follow each other at the font's size, so its letters are somewhat smaller.
+constexpr double kEmOfSize = 0.92;
+
 struct Release {
   void operator()(cairo_surface_t* surface) const noexcept { cairo_surface_destroy(surface); }
   void operator()(cairo_t* context) const noexcept { cairo_destroy(context); }
@@ -48,8 +51,8 @@ void write(cairo_t* context, const DrawnPrimitive& primitive) {
   const Owned<PangoLayout> layout{pango_cairo_create_layout(context)};
   const Owned<PangoFontDescription> font{pango_font_description_new()};
   pango_font_description_set_family_static(font.get(), kFontFamilies);
-  pango_font_description_set_absolute_size(font.get(),
-                                           static_cast<double>(primitive.fontSize) * PANGO_SCALE);
+  pango_font_description_set_absolute_size(
+      font.get(), static_cast<double>(primitive.fontSize) * kEmOfSize * PANGO_SCALE);
   pango_layout_set_font_description(layout.get(), font.get());
   pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
   pango_layout_set_text(layout.get(), primitive.text.data(),
