@@ -32,11 +32,11 @@ void run(const DeflickerOptions& options) {
   Console console(options.console);
   Workbench bench(options.clip, options.work, console);
   checkAgainstClip(options.effect, bench.source().clip());
-  media::ClipWriter writer = openOutput(options.output, bench, options.writing, {}, console);
+  Output output(options.output, bench, options.writing, {}, console);
   bench.analyze(options.effect);
   const media::FrameRange all{0, bench.source().info().frameCount - 1};
   const RenderReport report =
-      renderTo(writer, bench, options.writing, workerCount(options.work), all, console);
+      renderTo(output, bench, options.writing, workerCount(options.work), all, console);
   if (!options.plot.empty()) {
     writePlot(options.plot, bench.source().clip(), bench.levels(), report.output);
   }

@@ -81,10 +81,9 @@ Steadied steady(const DemoFiles& files, const DemoOptions& options, Console& con
   Workbench bench({files.flicker.string(), {}}, options.work, console);
   OutputOptions output;
   output.force = options.force;
-  media::ClipWriter writer =
-      openOutput(files.steady.string(), bench, output, std::nullopt, console);
+  Output steady(files.steady.string(), bench, output, std::nullopt, console);
   bench.analyze({});
-  renderTo(writer, bench, output, workerCount(options.work), {0, kDemoFrames - 1}, console);
+  renderTo(steady, bench, output, workerCount(options.work), {0, kDemoFrames - 1}, console);
   return {bench.levels().desired, readSettings(bench.instance()).smoothingFrames};
 }
 

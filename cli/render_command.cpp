@@ -51,10 +51,10 @@ void run(const RenderOptions& options) {
   bench.open(project.effect, project.layerFrames);
   std::optional<media::FrameRange> cut;
   if (options.frames) cut = frames;
-  media::ClipWriter writer = openOutput(options.output, bench, options.writing, cut, console);
+  Output output(options.output, bench, options.writing, cut, console);
   bench.adjust(options.effect);
   const RenderReport report =
-      renderTo(writer, bench, options.writing, workerCount(options.work), frames, console);
+      renderTo(output, bench, options.writing, workerCount(options.work), frames, console);
   const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
   reportRendering(report, options.output, spent.count(), console);
 }

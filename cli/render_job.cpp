@@ -5,6 +5,8 @@
 
 #include <chrono>
 #include <nlohmann/json.hpp>
+#include <string_view>
+#include <utility>
 
 #include "cli/error.h"
 #include "cli/flicker_figures.h"
@@ -54,27 +56,60 @@ std::vector<bool> withoutLevel(const Levels& levels) {
   return without;
 }
 
+// Renders as planned and hands the frames to the writer.
+RenderReport writeFrames(media::ClipWriter& writer, Workbench& bench, const RenderPlan& plan,
+                         std::string_view phase, Console& console) {
+  RenderReport report;
+  report.first = plan.first;
+  Progress& progress = console.progress();
+  progress.begin(std::string(phase), plan.last - plan.first + 1);
+  renderFrames(bench.instance(), bench.source(), plan, [&](RenderedFrame& frame) {
+    writer.write(frame.picture);
+    frame.picture = {};
+    report.input.push_back(frame.inputLevel);
+    report.output.push_back(frame.outputLevel);
+    report.untouched += frame.untouched ? 1 : 0;
+    progress.update(static_cast<std::int64_t>(report.input.size()));
+  });
+  progress.end();
+  if (report.input.empty()) throw Failure("No frame of the clip could be decoded.");
+  return report;
+}
+
+// What was steady before can come out less so: corrections below one level turn into rounding.
+bool flickersMore(const RenderReport& report) {
+  return flickerRms(report.output) > flickerRms(report.input) + kFlickerTolerance;
+}
+
+std::string flickerChange(const RenderReport& report) {
+  return fmt::format("{:.2f} % before, {:.2f} % after", flickerRms(report.input),
+                     flickerRms(report.output));
+}
+
 }  // namespace
 
-media::ClipWriter openOutput(const std::string& path, Workbench& bench,
-                             const OutputOptions& options,
-                             const std::optional<media::FrameRange>& frames, Console& console) {
-  media::WriteOptions write = options.write;
-  write.overwrite = options.force;
-  write.frames = frames;
+Output::Output(std::string path, Workbench& bench, const OutputOptions& options,
+               const std::optional<media::FrameRange>& frames, Console& console)
+    : path_(std::move(path)), bench_(bench), options_(options.write) {
+  options_.overwrite = options.force;
+  options_.frames = frames;
   try {
-    media::ClipWriter writer(path, bench.source().reader(), write);
-    for (const std::string& note : writer.notes()) console.note(note);
-    return writer;
+    restart();
   } catch (const media::Error& error) {
     if (error.problem() != media::Problem::exists) throw;
     throw Failure(fmt::format(
-        "{} is there already; choose another name, or add --force to replace it.", path));
+        "{} is there already; choose another name, or add --force to replace it.", path_));
   }
+  for (const std::string& note : writer_->notes()) console.note(note);
 }
 
-RenderReport renderTo(media::ClipWriter& writer, Workbench& bench, const OutputOptions& options,
-                      int workers, media::FrameRange frames, Console& console) {
+void Output::restart() {
+  writer_.reset();
+  writer_.emplace(path_, bench_.source().reader(), options_);
+}
+
+RenderReport renderTo(Output& output, Workbench& bench, const OutputOptions& options, int workers,
+                      media::FrameRange frames, Console& console) {
   const auto start = std::chrono::steady_clock::now();
   const EffectSettings settings = readSettings(bench.instance());
   RenderPlan plan;
@@ -86,37 +121,31 @@ RenderReport renderTo(media::ClipWriter& writer, Workbench& bench, const OutputO
   plan.leaveAlone = withoutLevel(bench.levels());
   plan.area = areaOf(settings);
 
-  RenderReport report;
-  report.first = frames.first;
-  const std::int64_t total = frames.last - frames.first + 1;
-  Progress& progress = console.progress();
-  progress.begin("Rendering", total);
-  renderFrames(bench.instance(), bench.source(), plan, [&](RenderedFrame& frame) {
-    writer.write(frame.picture);
-    frame.picture = {};
-    report.input.push_back(frame.inputLevel);
-    report.output.push_back(frame.outputLevel);
-    report.untouched += frame.untouched ? 1 : 0;
-    progress.update(static_cast<std::int64_t>(report.input.size()));
-  });
-  progress.end();
-  if (report.input.empty()) throw Failure("No frame of the clip could be decoded.");
-  writer.finish();
+  RenderReport report = writeFrames(output.writer(), bench, plan, "Rendering", console);
+  if (flickersMore(report)) {
+    if (!settings.keyframes) {
+      console.warn(fmt::format(
+          "Smoothing would make this clip flicker more ({}); its pictures are left as they are.",
+          flickerChange(report)));
+      output.restart();
+      plan.leaveAlone.assign(plan.leaveAlone.size(), true);
+      report = writeFrames(output.writer(), bench, plan, "Copying", console);
+    } else {
+      console.warn(
+          fmt::format("The output flickers more than the input ({}), as the levels given "
+                      "for it ask.",
+                      flickerChange(report)));
+    }
+  }
+  output.writer().finish();
   report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 
+  const std::int64_t total = frames.last - frames.first + 1;
   if (static_cast<std::int64_t>(report.input.size()) < total) {
     console.warn(fmt::format("The clip breaks off: {} of {} frames were written.",
                              report.input.size(), total));
   }
   for (const std::string& warning : bench.source().reader().warnings()) console.warn(warning);
-  const double before = flickerRms(report.input);
-  const double after = flickerRms(report.output);
-  if (after > before + kFlickerTolerance) {
-    console.warn(fmt::format(
-        "The output flickers more than the input ({:.2f} % before, {:.2f} % after): this clip is "
-        "better left as it is, or needs other settings.",
-        before, after));
-  }
   return report;
 }
 

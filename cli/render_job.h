@@ -21,16 +21,31 @@ struct RenderReport {
   double seconds = 0.0;        ///< rendering and encoding
 };
 
-/// Opens the output; throws media::Error, before anything is analysed, when it cannot be.
-/// Its notes on what will differ from the input go to the console.
-media::ClipWriter openOutput(const std::string& path, Workbench& bench,
-                             const OutputOptions& options,
-                             const std::optional<media::FrameRange>& frames, Console& console);
+/// The clip being written. Opened before anything is analysed, so that what cannot be written is
+/// known at once.
+class Output {
+ public:
+  /// Throws media::Error or Failure. Notes on what will differ from the input go to the console.
+  Output(std::string path, Workbench& bench, const OutputOptions& options,
+         const std::optional<media::FrameRange>& frames, Console& console);
 
-/// Renders frames first..last into the writer and finishes it. Says on the console when "Adjust for
-/// clipping" cannot act, and when the output flickers more than the input.
-RenderReport renderTo(media::ClipWriter& writer, Workbench& bench, const OutputOptions& options,
-                      int workers, media::FrameRange frames, Console& console);
+  media::ClipWriter& writer() noexcept { return *writer_; }
+
+  /// Drops what was written and begins again.
+  void restart();
+
+ private:
+  std::string path_;
+  Workbench& bench_;
+  media::WriteOptions options_;
+  std::optional<media::ClipWriter> writer_;
+};
+
+/// Renders frames first..last into the output and finishes it. Says on the console when "Adjust for
+/// clipping" cannot act. A clip that smoothing would make flicker more is written as it is, and
+/// that is said; targets that the user set frame by frame are followed whatever comes of it.
+RenderReport renderTo(Output& output, Workbench& bench, const OutputOptions& options, int workers,
+                      media::FrameRange frames, Console& console);
 
 /// The summary: a line for people, or a JSON object when progress is JSON.
 void reportRendering(const RenderReport& report, const std::string& output, double totalSeconds,
