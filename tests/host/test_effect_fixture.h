@@ -1,12 +1,12 @@
 // tests/host/test_effect_fixture.h — a host with the test effect, and its hook in the test's hands.
 #pragma once
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <utility>
 
+#include "host/dynamic_library.h"
 #include "host/effect.h"
 #include "host/error.h"
 #include "host/instance.h"
@@ -19,14 +19,14 @@ class TestEffect : public testing::Test {
   explicit TestEffect(host::HostOptions options = {}, host::Role role = host::Role::afterEffects)
       : module(VARILUM_TEST_EFFECT_PATH), ae(role, {}, std::move(options)), source(10, 40, 20) {
     ae.setListener(&listener);
-    library_ = dlopen(VARILUM_TEST_EFFECT_PATH, RTLD_NOW);
-    setHook_ = reinterpret_cast<void (*)(void*)>(dlsym(library_, "setTestHook"));
+    library_ = host::openLibrary(VARILUM_TEST_EFFECT_PATH);
+    setHook_ = reinterpret_cast<void (*)(void*)>(host::findFunction(library_, "setTestHook"));
     run(nullptr);
   }
 
   ~TestEffect() override {
     run(nullptr);
-    dlclose(library_);
+    host::closeLibrary(library_);
   }
 
   // Runs at every command from now on, before the effect's own doing.
