@@ -56,11 +56,6 @@ inline std::uint8_t luminanceOfTie(unsigned red, unsigned green, unsigned blue) 
                                    weighted(blue, kBlueWeight) + 0.5);
 }
 
-// Level of a colour by its exact luminance, halves rounded up: the level but for ties.
-constexpr std::uint8_t luminanceRoundedUp(unsigned red, unsigned green, unsigned blue) noexcept {
-  return static_cast<std::uint8_t>((30 * red + 59 * green + 11 * blue + 50) / 100);
-}
-
 // Luminance level 0..255 of 8-bit channels: truncate(wr + wg + wb + 0.5), clamped, with the sums
 // of the double weights in this order. Exact for all 16.7 million colours: apart from the ties,
 // exact sums keep a hundredth of a level away from the next whole one, far more than fixed point

@@ -40,6 +40,18 @@ constexpr std::uint8_t levelAt(std::uint64_t pixels, int bit) noexcept {
   return static_cast<std::uint8_t>(pixels >> bit);
 }
 
+// Gives pixels between two levels the one that the rule gives them. Done before the piece is
+// counted, so that nothing waits for it.
+void settleTies(WalkPairs& pairs, int block, const std::byte* pixels) noexcept {
+  for (unsigned ties = pairs.ties[block]; ties != 0; ties &= ties - 1) {
+    const int i = block * kWalkBlock + std::countr_zero(ties);
+    const LevelWord word = wordAt(pixels, i);
+    const std::uint8_t green = levelAt(word, 16);
+    pairs.index[i] = static_cast<std::uint16_t>(
+        kGreenStride * green + luminanceOfTie(levelAt(word, 8), green, levelAt(word, 24)));
+  }
+}
+
 }  // namespace
 
 void WalkCounts::add(const WalkKernels& kernels, const std::byte* pixels, int count) noexcept {
@@ -48,15 +60,19 @@ void WalkCounts::add(const WalkKernels& kernels, const std::byte* pixels, int co
   }
   WalkPairs pairs;
   kernels.pair(pixels, (count + kWalkBlock - 1) / kWalkBlock * kWalkBlock, pairs);
+  for (int block = 0; block * kWalkBlock < count; ++block) {
+    if (pairs.ties[block] != 0) settleTies(pairs, block, pixels);
+  }
+  // Stretches of many colours between groups of one.
+  int done = 0;
   for (int from = 0; from < count; from += kGroup) {
     const int to = std::min(from + kGroup, count);
-    if (isOneColour(pixelAt(pixels, from), to - from)) {
-      addColour(wordAt(pixels, from), static_cast<std::uint32_t>(to - from));
-    } else {
-      addPairs(pairs, pixels, from, to);
-      noteTies(pairs, pixels, from, to);
-    }
+    if (!isOneColour(pixelAt(pixels, from), to - from)) continue;
+    addPairs(pairs, pixels, done, from);
+    addColour(wordAt(pixels, from), static_cast<std::uint32_t>(to - from));
+    done = to;
   }
+  addPairs(pairs, pixels, done, count);
 }
 
 void WalkCounts::addColour(LevelWord word, std::uint32_t count) noexcept {
@@ -87,38 +103,7 @@ void WalkCounts::addRedBlue(LevelWord word, int turn) noexcept {
   ++blue_[turn][levelAt(word, 24)];
 }
 
-// One group in four has a tie, which no branch predictor foresees, so up to two are noted without
-// asking.
-void WalkCounts::noteTies(const WalkPairs& pairs, const std::byte* pixels, int from,
-                          int to) noexcept {
-  if (tieCount_ > kNotedTies - kGroup) settleTies();
-  auto ties = load<std::uint32_t>(pairs.ties + from / kWalkBlock);
-  if (to - from < kGroup) ties &= (std::uint32_t{1} << (to - from)) - 1;
-  const auto note = [&] {
-    ties_[tieCount_] = wordAt(pixels, from + std::countr_zero(ties) % kGroup);
-    tieCount_ += ties != 0;
-    ties &= ties - 1;
-  };
-  note();
-  note();
-  while (ties != 0) note();
-}
-
-// Moves those counts that belong a level lower.
-void WalkCounts::settleTies() noexcept {
-  for (int i = 0; i < tieCount_; ++i) {
-    const std::uint8_t red = levelAt(ties_[i], 8);
-    const std::uint8_t green = levelAt(ties_[i], 16);
-    const std::uint8_t blue = levelAt(ties_[i], 24);
-    std::uint32_t* const pairs = pairs_ + kGreenStride * green;
-    --pairs[luminanceRoundedUp(red, green, blue)];
-    ++pairs[luminanceOfTie(red, green, blue)];
-  }
-  tieCount_ = 0;
-}
-
-void WalkCounts::addTo(FrameHistogram& histogram) noexcept {
-  settleTies();
+void WalkCounts::addTo(FrameHistogram& histogram) const noexcept {
   for (int level = 0; level < kLevels; ++level) {
     for (int turn = 0; turn < kTurns; ++turn) {
       histogram.red[level] += red_[turn][level];

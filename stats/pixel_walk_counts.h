@@ -17,27 +17,22 @@ class WalkCounts {
   // rounded up to whole blocks.
   void add(const WalkKernels& kernels, const std::byte* pixels, int count) noexcept;
 
-  void addTo(FrameHistogram& histogram) noexcept;
+  void addTo(FrameHistogram& histogram) const noexcept;
 
  private:
   // Equal neighbours take turns in two tables, so as not to wait for each other's counts. Padded by
   // a cache line: equal bins of two tables never share a set.
   static constexpr int kTurns = 2;
   static constexpr int kGroup = 32;  // pixels looked at for a common colour
-  static constexpr int kNotedTies = 8 * kGroup;
   using Channel = std::uint32_t[kLevels + 16];
 
   void addColour(LevelWord word, std::uint32_t count) noexcept;
   void addPairs(const WalkPairs& pairs, const std::byte* pixels, int from, int to) noexcept;
   void addRedBlue(LevelWord word, int turn) noexcept;
-  void noteTies(const WalkPairs& pairs, const std::byte* pixels, int from, int to) noexcept;
-  void settleTies() noexcept;
 
   std::uint32_t pairs_[kPairs] = {};
   Channel red_[kTurns] = {};
   Channel blue_[kTurns] = {};
-  LevelWord ties_[kNotedTies] = {};  // counted rounded up, to be looked at closely
-  int tieCount_ = 0;
 };
 
 }  // namespace varilum
