@@ -14,11 +14,12 @@ namespace {
 TestHook hook;
 
 constexpr std::int32_t kFlags = PF_OutFlag_DEEP_COLOR_AWARE | PF_OutFlag_SEND_UPDATE_PARAMS_UI |
-                                PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING;
+                                PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING | PF_OutFlag_CUSTOM_UI;
 constexpr std::int32_t kFlags2 =
     PF_OutFlag2_SUPPORTS_SMART_RENDER | PF_OutFlag2_FLOAT_COLOR_AWARE |
     PF_OutFlag2_I_MIX_GUID_DEPENDENCIES | PF_OutFlag2_SUPPORTS_GET_FLATTENED_SEQUENCE_DATA |
-    PF_OutFlag2_SUPPORTS_QUERY_DYNAMIC_FLAGS | PF_OutFlag2_OUTPUT_IS_WATERMARKED;
+    PF_OutFlag2_SUPPORTS_QUERY_DYNAMIC_FLAGS | PF_OutFlag2_OUTPUT_IS_WATERMARKED |
+    PF_OutFlag2_CUSTOM_UI_ASYNC_MANAGER;
 
 void** newNumber(const PF_InData& in, double value) {
   void** handle = in.utils->host_new_handle(sizeof value);
@@ -73,6 +74,8 @@ std::int32_t declare(PF_InData& in, PF_OutData& out) {
   all[3].u.pd.u.namesptr = choices;
   all[4].u.button_d.u.namesptr = go;
   all[5].ui_flags = PF_PUI_CONTROL;
+  all[5].ui_width = kPanelWidth;
+  all[5].ui_height = kPanelHeight;
   all[5].u.arb_d.id = kCurve;
   all[5].u.arb_d.dephault = newNumber(in, 128.0);
   all[5].u.arb_d.refconPV = &hook;
@@ -81,7 +84,9 @@ std::int32_t declare(PF_InData& in, PF_OutData& out) {
     if (const std::int32_t error = in.inter.add_param(in.effect_ref, -1, &definition)) return error;
   }
   out.num_params = kTestParams;
-  return PF_Err_NONE;
+  PF_CustomUIInfo panel{};
+  panel.events = PF_CustomEFlag_EFFECT;
+  return in.inter.register_ui(in.effect_ref, &panel);
 }
 
 // The sequence data is one number: how often the instance was set up.

@@ -21,6 +21,10 @@ enum TestParam : std::int32_t {
   kTestParams
 };
 
+// What the effect asks for under "Curve".
+inline constexpr std::int16_t kPanelWidth = 120;
+inline constexpr std::int16_t kPanelHeight = 80;
+
 struct TestCall {
   std::int32_t command;
   PF_InData* in;
