@@ -5,8 +5,9 @@
 
 namespace varilum {
 
-// Windows: a message box without owner, which waits for the user. Elsewhere the text goes to the
-// host's message suite, or to standard error when the host has none, and nothing waits.
+// Through the host's message suite where the host has one. Otherwise, on Windows, a message box
+// without owner, which waits for the user; elsewhere, and when the environment says
+// VARILUM_HEADLESS=1, a line on standard error, and nothing waits.
 // [any thread]
 void showMessageBox(const PF_InData& in, const char* caption, const char* text) noexcept;
 

@@ -1,10 +1,10 @@
-// hostapi/suites/varilum_message.h — messages for the user, in hosts without a windowing system.
+// hostapi/suites/varilum_message.h — messages for the user, in hosts that show them themselves.
 #pragma once
 
 #include <cstdint>
 
-// Offered by hosts on systems where the effect has no message boxes of its own. Optional: without
-// it messages go to standard error. Must not block. [any thread]
+// Optional. Hosts that offer it get the effect's message boxes; without it they are the system's,
+// or lines on standard error where there are none. Must not block. [any thread]
 struct Varilum_MessageSuite1 {
   // caption; text; gives 0 when the message was taken
   std::int32_t (*showMessage)(const char*, const char*);
