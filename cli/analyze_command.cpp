@@ -10,8 +10,8 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/commands.h"
-#include "cli/fingerprint.h"
 #include "cli/flicker_figures.h"
+#include "cli/new_project.h"
 #include "cli/output_file.h"
 #include "cli/output_options.h"
 #include "cli/project_file.h"
@@ -30,22 +30,6 @@ struct AnalyzeOptions {
   bool force = false;
 };
 
-Project projectOf(Workbench& bench, const AnalyzeOptions& options) {
-  namespace fs = std::filesystem;
-  Project project;
-  project.program = programVersion();
-  project.clip = fs::absolute(options.clip.path).lexically_normal().string();
-  const fs::path folder = fs::absolute(options.project).lexically_normal().parent_path();
-  project.clipRelative = fs::path(project.clip).lexically_relative(folder).string();
-  project.startNumber = options.clip.read.startNumber.value_or(-1);
-  project.frameRate = bench.source().clip().frameRate.value();
-  project.fingerprint = fingerprintOf(bench.source());
-  project.layerFrames = bench.source().info().frameCount;
-  project.effectVersion = bench.effect().version();
-  project.effect = bench.instance().save();
-  return project;
-}
-
 void run(const AnalyzeOptions& options) {
   const auto start = std::chrono::steady_clock::now();
   refuseSameFile(options.clip.path, options.project);
@@ -53,7 +37,7 @@ void run(const AnalyzeOptions& options) {
   Console console(options.console);
   Workbench bench(options.clip, options.work, console);
   bench.analyze(options.effect);
-  const Project project = projectOf(bench, options);
+  const Project project = newProject(bench, options.clip, options.project);
   writeProject(options.project, project, options.force);
   for (const std::string& warning : bench.source().reader().warnings()) console.warn(warning);
 

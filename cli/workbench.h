@@ -34,6 +34,7 @@ class Workbench {
   Workbench& operator=(const Workbench&) = delete;
 
   ClipSource& source() noexcept { return source_; }
+  host::Host& host() noexcept { return host_; }
   host::Effect& effect() noexcept { return *effect_; }
   host::Instance& instance() noexcept { return *instance_; }
 

@@ -75,6 +75,10 @@ class Parameter {
   std::string text(std::int32_t frame = 0) const;  // arbitrary data: through the effect's PRINT
   std::size_t keyframeCount() const;
 
+  // As the effect has it in the controls at present: labels follow its state.
+  std::string label() const;
+  bool enabled() const;
+
  private:
   friend class Instance;
   Parameter(InstanceState& instance, std::int32_t index) : instance_(&instance), index_(index) {}

@@ -1,4 +1,6 @@
 // host/parameter.cpp — one parameter of an instance, as users of the host see it.
+#include <cstring>
+
 #include "host/error.h"
 #include "host/instance.h"
 #include "host/instance_state.h"
@@ -87,6 +89,16 @@ std::string Parameter::text(std::int32_t frame) const {
 std::size_t Parameter::keyframeCount() const {
   const Track& track = instance_->ui.params.track(index_);
   return track.constant ? 0 : track.keys.size();
+}
+
+std::string Parameter::label() const {
+  const PF_ParamDef& shown = instance_->ui.definitions[static_cast<std::size_t>(index_)];
+  return {shown.name, strnlen(shown.name, sizeof shown.name)};
+}
+
+bool Parameter::enabled() const {
+  const PF_ParamDef& shown = instance_->ui.definitions[static_cast<std::size_t>(index_)];
+  return (shown.ui_flags & PF_PUI_DISABLED) == 0;
 }
 
 }  // namespace host
