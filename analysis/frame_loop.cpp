@@ -80,7 +80,7 @@ class FrameLoop {
 
     ParamCheckout passedOver{in_, PARAM_DONT_DEFLICKER, frameTime(in_, frame)};
     if (passedOver.error() != 0) return passedOver.error();
-    const bool readsPixels = passedOver.value().u.bd.value == 0;
+    const bool readsPixels = passedOver.value().u.bd.value == 0 && !progress_.passesOverAll();
     if (const std::int32_t error = passedOver.checkIn(); error != 0) return error;
 
     if (readsPixels) {

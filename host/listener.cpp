@@ -7,6 +7,7 @@ void Listener::message(MessageKind, std::string_view, std::string_view) {}
 bool Listener::progress(std::int32_t, std::int32_t) {
   return true;
 }
+void Listener::status(std::string_view, std::string_view) {}
 void Listener::infoText(std::string_view, std::string_view) {}
 
 }  // namespace host

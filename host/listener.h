@@ -24,6 +24,8 @@ class Listener {
   virtual void message(MessageKind kind, std::string_view caption, std::string_view text);
   // Progress of the effect's own dialog: done may exceed total by one. False cancels.
   virtual bool progress(std::int32_t done, std::int32_t total);
+  // Title and status line of a dialog of the effect's own, before its progress (of 100) is told.
+  virtual void status(std::string_view title, std::string_view text);
   // The two lines of the Info panel.
   virtual void infoText(std::string_view first, std::string_view second);
 };

@@ -99,4 +99,20 @@ std::int32_t disposeProgressDialog(PF_AppProgressDialogP dialog) {
   return PF_Err_NONE;
 }
 
+std::int32_t showEffectProgress(const char* title, const char* status, std::int32_t position) {
+  constexpr std::int32_t kWhole = 100;
+  HostState* host = currentHost();
+  if (host == nullptr || title == nullptr || status == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
+  Command* command = currentCommand();
+  try {
+    if (Listener* listener = host->listener.load()) listener->status(title, status);
+  } catch (...) {
+    if (command != nullptr) command->keepFailure();
+    return PF_Interrupt_CANCEL;
+  }
+  if (askListener(*host, position, kWhole)) return PF_Err_NONE;
+  if (command != nullptr) command->cancelled.store(true);
+  return PF_Interrupt_CANCEL;
+}
+
 }  // namespace host

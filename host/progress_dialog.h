@@ -14,4 +14,7 @@ std::int32_t createProgressDialog(const std::uint16_t*, const std::uint16_t*, ch
 std::int32_t updateProgressDialog(PF_AppProgressDialogP, std::int32_t, std::int32_t);
 std::int32_t disposeProgressDialog(PF_AppProgressDialogP);
 
+// [UI thread] The effect's own dialog: title; status; position 0..100. 517 when the user said stop.
+std::int32_t showEffectProgress(const char*, const char*, std::int32_t);
+
 }  // namespace host

@@ -29,6 +29,7 @@
 #include "hostapi/suites/iterate.h"
 #include "hostapi/suites/param_utils.h"
 #include "hostapi/suites/varilum_message.h"
+#include "hostapi/suites/varilum_progress.h"
 #include "hostapi/suites/world.h"
 
 namespace host {
@@ -77,6 +78,7 @@ constexpr Entry kSuites[] = {
     {kAEGPWorldSuite, kAEGPWorldSuiteVersion3, kAe, aegpWorldSuite},
     {kPrSDKAppInfoSuite, kPrSDKAppInfoSuiteVersion, kPremiere, appInfoSuite},
     {kVarilumMessageSuite, kVarilumMessageSuiteVersion1, kAll, messageSuite},
+    {kVarilumProgressSuite, kVarilumProgressSuiteVersion1, kAll, progressSuite},
 };
 static_assert(std::size(kSuites) <= kMaxSuites);
 

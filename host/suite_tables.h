@@ -28,5 +28,6 @@ const void* renderSuite();
 const void* aegpWorldSuite();
 const void* appInfoSuite();
 const void* messageSuite();
+const void* progressSuite();
 
 }  // namespace host

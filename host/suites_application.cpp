@@ -12,6 +12,7 @@
 #include "hostapi/suites/app.h"
 #include "hostapi/suites/app_info.h"
 #include "hostapi/suites/varilum_message.h"
+#include "hostapi/suites/varilum_progress.h"
 
 namespace host {
 namespace {
@@ -157,6 +158,11 @@ const void* advAppSuite() {
 
 const void* appInfoSuite() {
   static const PrSDKAppInfoSuite table{applicationInfo};
+  return &table;
+}
+
+const void* progressSuite() {
+  static const Varilum_ProgressSuite1 table{showEffectProgress};
   return &table;
 }
 

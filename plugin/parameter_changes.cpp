@@ -2,6 +2,7 @@
 #include "plugin/parameter_changes.h"
 
 #include "analysis/analyze_with_host_progress.h"
+#include "analysis/analyze_with_worker.h"
 #include "platform/web_page.h"
 #include "plugin/about.h"
 #include "plugin/global_setup.h"
@@ -16,7 +17,9 @@ namespace varilum {
 namespace {
 
 constexpr double kCounterEnd = 64000.0;
+// Values that the host has not seen make it redraw the keyframe and the graph.
 constexpr double kClearNudge = 0.001;
+constexpr double kAnalyzeNudge = -0.001;
 
 struct Change {
   const Command& command;
@@ -73,6 +76,14 @@ std::int32_t analyze(Change& change) {
     }
     change.param(PARAM_LUMINANCE).uu.change_flags = PF_ChangeFlag_CHANGED_VALUE;
     command.out.out_flags |= kRedrawAndRerender;
+  } else if (change.global.isPremiere != 0) {
+    invalidateAll(command.in, change.state);
+    change.state.refreshPending = 1;
+    analyzeWithWorker(command.in, command.out, command.params);
+    PF_ParamDef& luminance = change.param(PARAM_LUMINANCE);
+    luminance.uu.change_flags = PF_ChangeFlag_CHANGED_VALUE;
+    command.out.out_flags |= kRedrawAndRerender;
+    nudgeLuminance(command.in, luminance.u.arb_d.value, kAnalyzeNudge);
   }
   setAnalyzed(change, true);
   noteChange(change);
@@ -83,7 +94,6 @@ std::int32_t clear(Change& change) {
   invalidateAll(change.command.in, change.state);
   change.command.out.out_flags |= kRedrawAndRerender;
   PF_ParamDef& luminance = change.param(PARAM_LUMINANCE);
-  // A value that the host has not seen makes it redraw the keyframe and the graph.
   nudgeLuminance(change.command.in, luminance.u.arb_d.value, kClearNudge);
   luminance.uu.change_flags = PF_ChangeFlag_CHANGED_VALUE;
   noteChange(change);

@@ -30,6 +30,10 @@ class RecordingListener : public host::Listener {
     infoLines.emplace_back(std::string(first), std::string(second));
   }
 
+  void status(std::string_view title, std::string_view text) override {
+    statusLines.emplace_back(std::string(title), std::string(text));
+  }
+
   // Messages for the user; protocol remarks for developers are kept apart.
   std::vector<Message> shown() const {
     std::vector<Message> result;
@@ -51,6 +55,7 @@ class RecordingListener : public host::Listener {
   int stopAfter = -1;  // progress steps after which the user cancels; negative = never
   std::vector<std::pair<std::int32_t, std::int32_t>> steps;
   std::vector<std::pair<std::string, std::string>> infoLines;
+  std::vector<std::pair<std::string, std::string>> statusLines;
 
  private:
   mutable std::mutex mutex_;
