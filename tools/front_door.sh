@@ -12,10 +12,14 @@ packages() { sed -e 's/#.*//' "$@" | tr -s ' \n' '\n' | sed '/^$/d'; }
 
 # missing_packages NAME...: those of them that are not installed.
 missing_packages() {
-    dpkg-query -W -f '${Package} ${db:Status-Status}\n' "$@" 2>/dev/null |
-        awk '$2 == "installed" {print $1}' | sort -u >"${TMPDIR:-/tmp}/varilum4-have.$$"
-    printf '%s\n' "$@" | sort -u | comm -23 - "${TMPDIR:-/tmp}/varilum4-have.$$"
-    rm -f "${TMPDIR:-/tmp}/varilum4-have.$$"
+    # dpkg-query fails when it does not know a package, and still lists the others.
+    { dpkg-query -W -f '${Package} ${db:Status-Status}\n' "$@" 2>/dev/null || true; } |
+        awk -v wanted="$*" '
+            $2 == "installed" {have[$1] = 1}
+            END {
+                n = split(wanted, names, " ")
+                for (i = 1; i <= n; ++i) if (!(names[i] in have)) print names[i]
+            }'
 }
 
 # install_packages FILE...: installs what is missing, or says what to install.
