@@ -3,7 +3,7 @@
 _varilum4() {
     local word=${COMP_WORDS[COMP_CWORD]} options=
     if [ "$COMP_CWORD" -eq 1 ]; then
-        mapfile -t COMPREPLY < <(compgen -W "deflicker analyze render info demo --help --version" -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W "deflicker analyze render info panel session demo --help --version" -- "$word")
         return
     fi
     case ${COMP_WORDS[1]} in
@@ -11,6 +11,8 @@ _varilum4() {
         analyze) options='--adjust-clipping --correction-method --deflicker-method --dont-deflicker --effect --favor-brighter --force --fps --help --luminance --no-favor-brighter --output --progress --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
         render) options='--adjust-clipping --codec --correction-method --crf --deflicker-method --depth --dont-deflicker --effect --encoder-option --favor-brighter --force --fps --frames --help --input --luminance --no-audio --no-favor-brighter --pixel-format --preset --progress --quality --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
         info) options='--effect --force --fps --help --json --plot --progress --quiet --start-number --threads' ;;
+        panel) options='--adjust-clipping --all-frames --blue --correction-method --deflicker-method --dont-deflicker --effect --favor-brighter --font-size --force --frame --green --help --input --luminance --no-favor-brighter --output --progress --quiet --red --scale --shift-spread --smoothing-frames --speed --subrect --threads --width --zoom' ;;
+        session) options='--effect --help --progress --quiet --threads' ;;
         demo) options='--effect --force --help --progress --quiet --threads' ;;
     esac
     case $word in
