@@ -6,7 +6,7 @@
 
 #include <fstream>
 
-#include "tests/media/media_bench.h"
+#include "tests/media/media_fixture.h"
 
 namespace media::test {
 namespace {

@@ -13,7 +13,7 @@
 
 #include "media/av_handles.h"
 #include "media/pixel_conversion.h"
-#include "tests/media/media_bench.h"
+#include "tests/media/media_fixture.h"
 
 namespace media::test {
 namespace {

@@ -10,7 +10,7 @@
 #include "media/av_handles.h"
 #include "media/error.h"
 #include "media/frame_shape.h"
-#include "tests/media/media_bench.h"
+#include "tests/media/media_fixture.h"
 
 namespace media::test {
 namespace {

@@ -1,5 +1,6 @@
-// tests/media/media_bench.cpp — what the footage tests share: a scratch folder, pictures, commands.
-#include "tests/media/media_bench.h"
+// tests/media/media_fixture.cpp — what the footage tests share: a scratch folder, pictures,
+// commands.
+#include "tests/media/media_fixture.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

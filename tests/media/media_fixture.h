@@ -1,4 +1,4 @@
-// tests/media/media_bench.h — what the footage tests share: a scratch folder, pictures, commands.
+// tests/media/media_fixture.h — what the footage tests share: a scratch folder, pictures, commands.
 #pragma once
 
 #include <cstdint>
