@@ -107,8 +107,19 @@ TEST(Open, KeepsTheSavedLengthUntilAClassicRenderSeesTheLayer) {
   footage.setFrameCount(12);
   Instance fx = Instance::open(visit.effect(), footage, saved);
   EXPECT_EQ(savedData(fx).frameCount(), 10);
+  const Image in = footage.frame(11, Depth::bits8);
   Image out;
-  fx.render(11, Depth::bits8, out, host::RenderPath::smart);  // clamps to the last frame
+  // Smart renders clamp to the last frame of the analysis that was saved.
+  fx.render(11, Depth::bits8, out, host::RenderPath::smart);
+  EXPECT_NE(pixelsOf(out), pixelsOf(in));
+  EXPECT_EQ(savedData(fx).frameCount(), 10);
+  // A classic render counts the layer's 12 frames, drops the analysis and shows the notice: a band
+  // of 90 / 8 rows across the middle, everything else as it was.
+  fx.render(11, Depth::bits8, out, host::RenderPath::classic);
+  for (std::int32_t y = 0; y < 70; ++y) {
+    const bool inBand = y >= (70 - 11) / 2 && y < (70 - 11) / 2 + 11;
+    EXPECT_EQ(std::memcmp(in.row(y), out.row(y), 90 * 4) == 0, !inBand) << "row " << y;
+  }
 }
 
 // An image of the format before this one, as it was written then.
