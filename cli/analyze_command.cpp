@@ -10,13 +10,13 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/commands.h"
-#include "cli/flicker_figures.h"
 #include "cli/new_project.h"
 #include "cli/output_file.h"
 #include "cli/output_options.h"
 #include "cli/project_file.h"
 #include "cli/same_file.h"
 #include "cli/workbench.h"
+#include "footage/flicker.h"
 
 namespace cli {
 namespace {
@@ -42,7 +42,7 @@ void run(const AnalyzeOptions& options) {
   for (const std::string& warning : bench.source().reader().warnings()) console.warn(warning);
 
   const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
-  const double flicker = flickerRms(readLevels(project.effect.sequenceData).input);
+  const double flicker = footage::flickerRms(readLevels(project.effect.sequenceData).input);
   if (console.json()) {
     const nlohmann::ordered_json line{{"event", "done"},
                                       {"output", options.project},

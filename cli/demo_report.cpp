@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "cli/demo_flicker.h"
-#include "cli/flicker_figures.h"
+#include "footage/flicker.h"
 
 namespace cli {
 namespace {
@@ -31,12 +31,12 @@ DemoFigures figuresOf(const std::string& name, int first, int last, const DemoLe
   figures.name = name;
   figures.first = first;
   figures.last = last;
-  figures.changeClean = frameToFrameChange(clean);
-  figures.changeInput = frameToFrameChange(part(levels.input));
-  figures.changeDesired = frameToFrameChange(part(levels.desired));
-  figures.changeOutput = frameToFrameChange(part(levels.output));
-  figures.errorInput = flickerRms(exposures(part(levels.input), clean));
-  figures.errorOutput = flickerRms(exposures(part(levels.output), clean));
+  figures.changeClean = footage::frameToFrameChange(clean);
+  figures.changeInput = footage::frameToFrameChange(part(levels.input));
+  figures.changeDesired = footage::frameToFrameChange(part(levels.desired));
+  figures.changeOutput = footage::frameToFrameChange(part(levels.output));
+  figures.errorInput = footage::flickerRms(exposures(part(levels.input), clean));
+  figures.errorOutput = footage::flickerRms(exposures(part(levels.output), clean));
   return figures;
 }
 

@@ -8,9 +8,9 @@
 #include <cmath>
 #include <span>
 
-#include "cli/flicker_figures.h"
 #include "cli/plot_canvas.h"
 #include "cli/plot_scale.h"
+#include "footage/flicker.h"
 
 namespace cli {
 namespace {
@@ -173,9 +173,9 @@ void drawCurve(PlotCanvas& canvas, const Panel& panel, std::span<const double> v
 
 /// "Frame-to-frame change, mean 8.10 % before, 0.41 % after (19.8 times less)".
 std::string changeSummary(const PlotData& data) {
-  const double before = frameToFrameChange(data.input);
+  const double before = footage::frameToFrameChange(data.input);
   if (data.output.empty()) return fmt::format("Frame-to-frame change   mean {:.2f} %", before);
-  const double after = frameToFrameChange(data.output);
+  const double after = footage::frameToFrameChange(data.output);
   std::string text =
       fmt::format("Frame-to-frame change   mean {:.2f} % before, {:.2f} % after", before, after);
   if (after > 0.0 && before > after) text += fmt::format("  ({:.1f} times less)", before / after);

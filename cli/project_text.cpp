@@ -5,7 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/flicker_figures.h"
+#include "footage/flicker.h"
 
 namespace cli {
 namespace {
@@ -34,8 +34,8 @@ std::string projectText(const Project& project, const Levels& levels) {
   line("frames", fmt::format("{}", project.layerFrames));
   line("analysis", levels.status);
   line("effect", fmt::format("Varilum4 {}", versionText(project.effectVersion)));
-  line("flicker, input", fmt::format("{:.2f} %", flickerRms(levels.input)));
-  line("flicker, desired", fmt::format("{:.2f} %", flickerRms(levels.desired)));
+  line("flicker, input", fmt::format("{:.2f} %", footage::flickerRms(levels.input)));
+  line("flicker, desired", fmt::format("{:.2f} %", footage::flickerRms(levels.desired)));
   for (const auto& parameter : project.effect.parameters) {
     if (parameter.name.empty() || parameter.keys.empty() || parameter.name == " ") continue;
     std::string value;
@@ -95,7 +95,8 @@ std::string projectJson(const Project& project, const Levels& levels) {
       {"analysisComplete", levels.complete},
       {"status", levels.status},
       {"flickerPercent",
-       {{"input", flickerRms(levels.input)}, {"desired", flickerRms(levels.desired)}}},
+       {{"input", footage::flickerRms(levels.input)},
+        {"desired", footage::flickerRms(levels.desired)}}},
       {"parameters", parameters},
       {"frames", frames}};
   return object.dump(1, ' ', false, ordered_json::error_handler_t::replace) + "\n";

@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "cli/error.h"
-#include "cli/flicker_figures.h"
 #include "cli/render_pipeline.h"
+#include "footage/flicker.h"
 #include "media/error.h"
 
 namespace cli {
@@ -78,12 +78,12 @@ RenderReport writeFrames(media::ClipWriter& writer, Workbench& bench, const Rend
 
 // What was steady before can come out less so: corrections below one level turn into rounding.
 bool flickersMore(const RenderReport& report) {
-  return flickerRms(report.output) > flickerRms(report.input) + kFlickerTolerance;
+  return footage::flickerRms(report.output) > footage::flickerRms(report.input) + kFlickerTolerance;
 }
 
 std::string flickerChange(const RenderReport& report) {
-  return fmt::format("{:.2f} % before, {:.2f} % after", flickerRms(report.input),
-                     flickerRms(report.output));
+  return fmt::format("{:.2f} % before, {:.2f} % after", footage::flickerRms(report.input),
+                     footage::flickerRms(report.output));
 }
 
 }  // namespace
@@ -151,10 +151,10 @@ RenderReport renderTo(Output& output, Workbench& bench, const OutputOptions& opt
 
 void reportRendering(const RenderReport& report, const std::string& output, double totalSeconds,
                      Console& console) {
-  const double flickerBefore = flickerRms(report.input);
-  const double flickerAfter = flickerRms(report.output);
-  const double jerkBefore = jerk(report.input);
-  const double jerkAfter = jerk(report.output);
+  const double flickerBefore = footage::flickerRms(report.input);
+  const double flickerAfter = footage::flickerRms(report.output);
+  const double jerkBefore = footage::jerk(report.input);
+  const double jerkAfter = footage::jerk(report.output);
   const std::size_t frames = report.input.size();
   if (console.json()) {
     const nlohmann::ordered_json line{

@@ -6,14 +6,15 @@ import subprocess
 import sys
 
 EFFECT = ["hostapi", "access", "platform", "resources", "stats", "analysis", "render", "ui", "plugin"]
-PROGRAMS = ["host", "media", "cli"]
+PROGRAMS = ["host", "media", "footage", "cli"]
 
 # The rooms that each room may include besides itself.
 MAY = {room: set(EFFECT) for room in EFFECT}
 MAY["hostapi"] = set()
 MAY["host"] = {"hostapi"}
 MAY["media"] = set()
-MAY["cli"] = {"host", "hostapi", "media"}
+MAY["footage"] = set()
+MAY["cli"] = {"host", "hostapi", "media", "footage"}
 
 # Files of the effect that others may read all the same: what the host-free statistics records are.
 OPEN_TO_CLI = {

@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-#include "cli/flicker_figures.h"
+#include "footage/flicker.h"
 
 namespace {
 

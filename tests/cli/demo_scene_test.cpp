@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "cli/flicker_figures.h"
+#include "footage/flicker.h"
 
 namespace {
 
@@ -49,8 +49,8 @@ TEST(DemoScene, IsSteadyFromFrameToFrame) {
   const cli::DemoScene scene(kWidth, kHeight, 400);
   std::vector<double> levels;
   for (int frame = 0; frame < 400; ++frame) levels.push_back(level(drawn(scene, frame)));
-  EXPECT_LT(cli::frameToFrameChange(levels), 0.25);
-  EXPECT_LT(cli::flickerRms(levels), 0.25);
+  EXPECT_LT(footage::frameToFrameChange(levels), 0.25);
+  EXPECT_LT(footage::flickerRms(levels), 0.25);
   const auto [lowest, highest] = std::minmax_element(levels.begin(), levels.end());
   EXPECT_GT(*highest / *lowest, 1.1);  // the slow drift of daylight is there
 }

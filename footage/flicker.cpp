@@ -1,10 +1,10 @@
-// cli/flicker_figures.cpp — how much a clip flickers, in three figures.
-#include "cli/flicker_figures.h"
+// footage/flicker.cpp — how much a clip flickers, in three figures.
+#include "footage/flicker.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace cli {
+namespace footage {
 namespace {
 
 bool measured(double level) {
@@ -71,4 +71,4 @@ double jerk(std::span<const double> levels) {
   return percentOf(bends.value(), meanLevel(levels));
 }
 
-}  // namespace cli
+}  // namespace footage

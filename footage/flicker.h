@@ -1,10 +1,10 @@
-// cli/flicker_figures.h — how much a clip flickers, in three figures.
+// footage/flicker.h — how much a clip flickers, in three figures.
 #pragma once
 
 #include <cstddef>
 #include <span>
 
-namespace cli {
+namespace footage {
 
 /// Frames in the centred window of flickerRms(), fewer at both ends of the clip.
 inline constexpr std::size_t kFlickerWindow = 15;
@@ -24,4 +24,4 @@ double frameToFrameChange(std::span<const double> levels);
 /// Mean absolute second difference, relative to the mean level: a steady ramp has none.
 double jerk(std::span<const double> levels);
 
-}  // namespace cli
+}  // namespace footage
