@@ -73,6 +73,7 @@ void addAnalyzeCommand(CLI::App& app, Work& work) {
   addEffectOptions(*command, options->effect);
   addReadOptions(*command, options->clip.read);
   addForceOption(*command, options->force);
+  addHostRoleOption(*command, options->work);
   addGeneralOptions(*command, options->work, options->console);
   command->callback([options, &work] { work = [options] { run(*options); }; });
 }

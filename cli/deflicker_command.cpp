@@ -27,6 +27,7 @@ struct DeflickerOptions {
 
 void run(const DeflickerOptions& options) {
   const auto start = std::chrono::steady_clock::now();
+  requireDepthOf(options.work.role, options.writing);
   refuseSameFile(options.clip.path, options.output);
   requirePlotWritable(options.plot, options.writing.force);
   Console console(options.console);
@@ -68,6 +69,7 @@ void addDeflickerCommand(CLI::App& app, Work& work) {
       ->type_name("PNG")
       ->group("General");
   addForceOption(*command, options->writing.force);
+  addHostRoleOption(*command, options->work);
   addGeneralOptions(*command, options->work, options->console);
   command->callback([options, &work] { work = [options] { run(*options); }; });
 }

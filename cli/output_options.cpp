@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <numeric>
 
+#include "cli/error.h"
+
 namespace cli {
 namespace {
 
@@ -154,7 +156,38 @@ void addGeneralOptions(CLI::App& command, WorkOptions& work, ConsoleOptions& con
   command.add_flag("-q,--quiet", console.quiet, "Say nothing but errors.")->group(kGeneralGroup);
 }
 
-host::Depth renderDepth(const OutputOptions& options, const media::ClipInfo& clip) {
+void addHostRoleOption(CLI::App& command, WorkOptions& work) {
+  command
+      .add_option_function<std::string>(
+          "--host-role",
+          [&work](const std::string& text) {
+            if (text == "after-effects") {
+              work.role = host::Role::afterEffects;
+            } else if (text == "premiere") {
+              work.role = host::Role::premiere;
+            } else {
+              throw CLI::ValidationError(
+                  "--host-role", fmt::format("'{}' is none of: after-effects, premiere.", text));
+            }
+          },
+          "The application that the effect is to find itself in: 'after-effects', or 'premiere', "
+          "which renders with 8 bits. Default: after-effects.")
+      ->type_name("ROLE")
+      ->group(kGeneralGroup);
+}
+
+void requireDepthOf(host::Role role, const OutputOptions& options) {
+  if (role != host::Role::premiere ||
+      options.depth.value_or(host::Depth::bits8) == host::Depth::bits8)
+    return;
+  throw UsageError(fmt::format(
+      "--depth {} does not go with --host-role premiere, which renders with 8 bits; leave one out.",
+      static_cast<int>(*options.depth)));
+}
+
+host::Depth renderDepth(const OutputOptions& options, const media::ClipInfo& clip,
+                        host::Role role) {
+  if (role == host::Role::premiere) return host::Depth::bits8;
   if (options.depth) return *options.depth;
   switch (clip.workingDepth) {
     case media::Depth::eight:

@@ -33,7 +33,13 @@ void addReadOptions(CLI::App& command, media::ReadOptions& options);
 void addForceOption(CLI::App& command, bool& force);
 void addGeneralOptions(CLI::App& command, WorkOptions& work, ConsoleOptions& console);
 
-/// The depth to render at: as asked, or the clip's own.
-host::Depth renderDepth(const OutputOptions& options, const media::ClipInfo& clip);
+/// "General": --host-role.
+void addHostRoleOption(CLI::App& command, WorkOptions& work);
+
+/// Throws UsageError when the host has no such depth.
+void requireDepthOf(host::Role role, const OutputOptions& options);
+
+/// The depth to render at: as asked, or the clip's own as far as the host has it.
+host::Depth renderDepth(const OutputOptions& options, const media::ClipInfo& clip, host::Role role);
 
 }  // namespace cli

@@ -33,6 +33,7 @@ struct RenderOptions {
 
 void run(const RenderOptions& options) {
   const auto start = std::chrono::steady_clock::now();
+  requireDepthOf(options.work.role, options.writing);
   refuseSameFile(options.project, options.output);
   const Project project = readProject(options.project);
   ClipOptions clip = locateClip(options.project, project, options.input);
@@ -91,6 +92,7 @@ void addRenderCommand(CLI::App& app, Work& work) {
   addReadOptions(*command, options->read);
   addOutputOptions(*command, options->writing);
   addForceOption(*command, options->writing.force);
+  addHostRoleOption(*command, options->work);
   addGeneralOptions(*command, options->work, options->console);
   command->callback([options, &work] { work = [options] { run(*options); }; });
 }

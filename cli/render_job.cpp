@@ -21,19 +21,24 @@ constexpr int kGamma = 3;
 constexpr double kFlickerTolerance = 0.01;
 
 // "Adjust for clipping" works in the classic render at 8 bits alone.
-host::RenderPath choosePath(const EffectSettings& settings, host::Depth depth, Console& console) {
-  if (!settings.adjustClipping) return host::RenderPath::smart;
+bool clippingActs(const EffectSettings& settings, host::Depth depth, Console& console) {
+  if (!settings.adjustClipping) return false;
   if (settings.correctionMethod == kGamma) {
     console.warn("--adjust-clipping does not act with --correction-method gamma.");
-    return host::RenderPath::smart;
+    return false;
   }
   if (depth != host::Depth::bits8) {
     console.warn(fmt::format(
         "--adjust-clipping does not act at {} bits; add --depth 8 if it matters more than depth.",
         static_cast<int>(depth)));
-    return host::RenderPath::smart;
+    return false;
   }
-  return host::RenderPath::classic;
+  return true;
+}
+
+host::RenderPath choosePath(bool clippingActs, host::Role role) {
+  return clippingActs || role == host::Role::premiere ? host::RenderPath::classic
+                                                      : host::RenderPath::smart;
 }
 
 LevelArea areaOf(const EffectSettings& settings) {
@@ -112,11 +117,16 @@ RenderReport renderTo(Output& output, Workbench& bench, const OutputOptions& opt
                       media::FrameRange frames, Console& console) {
   const auto start = std::chrono::steady_clock::now();
   const EffectSettings settings = readSettings(bench.instance());
+  const host::Role role = bench.host().role();
+  const host::Depth depth = renderDepth(options, bench.source().clip(), role);
+  if (role == host::Role::premiere && bench.source().clip().workingDepth != media::Depth::eight) {
+    console.warn("The clip has more than the 8 bits that --host-role premiere renders with.");
+  }
   RenderPlan plan;
   plan.first = frames.first;
   plan.last = frames.last;
-  plan.depth = renderDepth(options, bench.source().clip());
-  plan.path = choosePath(settings, plan.depth, console);
+  plan.depth = depth;
+  plan.path = choosePath(clippingActs(settings, depth, console), role);
   plan.workers = workers;
   plan.leaveAlone = withoutLevel(bench.levels());
   plan.area = areaOf(settings);

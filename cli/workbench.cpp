@@ -21,24 +21,37 @@ host::HostOptions hostOptions() {
   return options;
 }
 
+host::ApiVersion apiVersion(host::Role role) {
+  // Premiere Pro stopped at an early version of the interface.
+  return role == host::Role::premiere ? host::ApiVersion{13, 4} : host::ApiVersion{};
+}
+
 }  // namespace
 
-// Passes on what the effect says. Its count of analysed frames runs one ahead of the truth.
+// Passes on what the effect says. Its count of analysed frames runs one ahead of the truth; from a
+// dialog of its own it comes in percent.
 class Workbench::Announcer final : public host::Listener {
  public:
-  explicit Announcer(Console& console) : console_(console) {}
+  Announcer(Console& console, host::Role role)
+      : console_(console), percent_(role == host::Role::premiere) {}
+
+  std::int64_t frames = 0;  // to be analysed
 
   void message(host::MessageKind kind, std::string_view, std::string_view text) override {
+    if (kind == host::MessageKind::box) return console_.note(std::string(text));
     if (kind != host::MessageKind::info) console_.warn(std::string(text));
   }
   bool progress(std::int32_t done, std::int32_t total) override {
-    console_.progress().update(std::min(done - 1, total));
+    const std::int64_t all = frames;
+    console_.progress().update(percent_ ? (done * all + total / 2) / total
+                                        : std::min<std::int64_t>(done - 1, total));
     return !interrupted();
   }
   void infoText(std::string_view, std::string_view) override {}
 
  private:
   Console& console_;
+  const bool percent_;
 };
 
 int workerCount(const WorkOptions& options) {
@@ -49,9 +62,9 @@ int workerCount(const WorkOptions& options) {
 Workbench::Workbench(const ClipOptions& clip, const WorkOptions& work, Console& console)
     : console_(console),
       source_(clip, workerCount(work)),
-      announcer_(std::make_unique<Announcer>(console)),
+      announcer_(std::make_unique<Announcer>(console, work.role)),
       module_(findEffect(work.effect)),
-      host_(host::Role::afterEffects, {}, hostOptions()) {
+      host_(work.role, apiVersion(work.role), hostOptions()) {
   host_.setListener(announcer_.get());
   effect_ = std::make_unique<host::Effect>(host_, module_);
   fresh();
@@ -75,7 +88,8 @@ void Workbench::open(const host::SavedInstance& saved, std::int32_t frames) {
 }
 
 void Workbench::pressAnalyze() {
-  console_.progress().begin("Analyzing", source_.info().frameCount);
+  announcer_->frames = source_.info().frameCount;
+  console_.progress().begin("Analyzing", announcer_->frames);
   try {
     instance_->press("Analyze");
   } catch (const host::Cancelled&) {

@@ -18,8 +18,9 @@ namespace cli {
 
 /// How the work is done, not what comes out.
 struct WorkOptions {
-  std::string effect;  ///< path of the effect library; empty: found
-  int threads = 0;     ///< frames rendered at once; 0: one a core
+  std::string effect;                          ///< path of the effect library; empty: found
+  int threads = 0;                             ///< frames rendered at once; 0: one a core
+  host::Role role = host::Role::afterEffects;  ///< the application that the effect finds itself in
 };
 
 int workerCount(const WorkOptions& options);

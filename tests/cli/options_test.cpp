@@ -23,10 +23,10 @@ TEST(Options, HelpNamesEveryParameterAndFitsThePage) {
     const Outcome help = varilum({command, "--help"});
     EXPECT_EQ(help.code, 0);
     EXPECT_EQ(help.err, "");
-    for (const char* option :
-         {"--deflicker-method", "--correction-method", "--smoothing-frames", "--adjust-clipping",
-          "--subrect", "--speed", "--favor-brighter", "--luminance", "--shift-spread",
-          "--dont-deflicker", "--quiet", "--progress", "--threads", "--effect", "--force"}) {
+    for (const char* option : {"--deflicker-method", "--correction-method", "--smoothing-frames",
+                               "--adjust-clipping", "--subrect", "--speed", "--favor-brighter",
+                               "--luminance", "--shift-spread", "--dont-deflicker", "--host-role",
+                               "--quiet", "--progress", "--threads", "--effect", "--force"}) {
       EXPECT_NE(help.out.find(option), std::string::npos) << command << " " << option;
     }
     std::istringstream lines(help.out);
@@ -70,6 +70,8 @@ TEST(Options, WrongUsageIsOneLineAndExitCodeTwo) {
       {"deflicker", in, out, "--threads", "0"},
       {"deflicker", in, out, "--progress", "loud"},
       {"deflicker", in, out, "--depth", "12"},
+      {"deflicker", in, out, "--host-role", "editor"},
+      {"deflicker", in, out, "--host-role", "premiere", "--depth", "16"},
       {"deflicker", in, out, "--encoder-option", "x"},
       {"deflicker", in, in, "--force"},
       {"analyze", in},
