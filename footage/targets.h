@@ -30,8 +30,8 @@ inline constexpr std::array<TargetKind, 5> kTargets{{
 // Near the ends of a shot windows do not shrink to one side: a straight rise stays straight up to
 // the first and last frame.
 
-/// Median of the levels of 2 * radius + 1 frames, smoothed. Up to half of the frames may be
-/// outliers.
+/// Robust line (Theil & Sen) through the levels of 2 * radius + 1 frames, which is their median
+/// where the light is steady, smoothed. Every fourth frame may be an outlier.
 std::vector<double> medianTarget(std::span<const double> levels, int radius);
 
 /// Quadratic least-squares fit to the levels of 2 * radius + 1 frames (Savitzky & Golay 1964),
