@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/aegp_memory.h"
+#include "host/effect_worlds.h"
 #include "host/handles.h"
 #include "host/host_state.h"
 
@@ -31,6 +32,10 @@ Faults& Host::faults() noexcept {
   return state_->faults;
 }
 
+std::vector<std::string> Host::missingSuites() const {
+  return state_->suites.misses();
+}
+
 Outstanding Host::outstanding() const {
   const HandleCount held = countHandles(*state_);
   const Accounts& accounts = state_->accounts;
@@ -41,6 +46,7 @@ Outstanding Host::outstanding() const {
   open.layerCheckouts = accounts.layerCheckouts.load();
   open.suites = state_->suites.total();
   open.aegpHandles = countAegpMemory(*state_);
+  open.worlds = countEffectWorlds(*state_);
   open.progressDialogs = accounts.progressDialogs.load();
   open.preRenders = accounts.preRenders.load();
   open.drawingObjects = accounts.drawingObjects.load();
@@ -53,12 +59,13 @@ std::string Outstanding::describe() const {
     std::int64_t count;
     const char* noun;
   };
-  const std::array<Line, 10> lines{{{handles, "handle"},
+  const std::array<Line, 11> lines{{{handles, "handle"},
                                     {locks, "lock"},
                                     {paramCheckouts, "parameter check-out"},
                                     {layerCheckouts, "layer check-out"},
                                     {suites, "suite reference"},
                                     {aegpHandles, "application handle"},
+                                    {worlds, "world"},
                                     {progressDialogs, "progress dialog"},
                                     {preRenders, "pre-render"},
                                     {drawingObjects, "drawing object"},

@@ -46,6 +46,7 @@ struct Outstanding {
   std::int64_t layerCheckouts = 0;
   std::int64_t suites = 0;
   std::int64_t aegpHandles = 0;
+  std::int64_t worlds = 0;  // that the effect made
   std::int64_t progressDialogs = 0;
   std::int64_t preRenders = 0;
   std::int64_t drawingObjects = 0;
@@ -75,6 +76,8 @@ class Host {
 
   Faults& faults() noexcept;
   Outstanding outstanding() const;
+  // Suites that effects asked for and this application does not have: "name version", once each.
+  std::vector<std::string> missingSuites() const;
 
   HostState& state() noexcept { return *state_; }
 

@@ -8,6 +8,7 @@
 
 #include "host/aegp_memory.h"
 #include "host/drawing_objects.h"
+#include "host/effect_worlds.h"
 #include "host/handles.h"
 
 namespace host {
@@ -45,6 +46,7 @@ HostState::~HostState() {
   }
   abandonHandles(*this);
   abandonAegpMemory(*this);
+  abandonEffectWorlds(*this);
   abandonDrawingObjects(*this);
 }
 

@@ -25,6 +25,8 @@ struct SavedKeyframe {
   double value = 0.0;             // numbers; x of points
   double y = 0.0;                 // points
   std::vector<std::byte> opaque;  // arbitrary data, flattened by the effect
+  double z = 0.0;                 // 3D points; blue of colours, red and green being value and y
+  double w = 0.0;                 // alpha of colours
 };
 
 // A parameter as a project keeps it: a constant (one entry, constant true) or keyframes.

@@ -19,7 +19,7 @@ std::int32_t nextToken() noexcept {
   return static_cast<std::int32_t>((last.fetch_add(1) + 1) & 0x7FFFFFFF);
 }
 
-// Index 0: the layer's own pixels, at the project's depth.
+// The layer's own pixels, at the project's depth.
 void checkoutLayer(Command& command, PF_ParamDef& record, Checkout& checkout, Moment moment) {
   SequenceCopy& copy = *command.copy;
   HostState& state = command.effect.state;
@@ -34,7 +34,9 @@ std::int32_t checkoutParam(PF_ProgPtr ref, std::int32_t index, std::int32_t time
   Command* command = commandOf(ref, "checkout_param");
   if (command == nullptr || record == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
   HostState& state = command->effect.state;
-  const CallKind kind = index == 0 ? CallKind::checkoutLayer : CallKind::checkoutParam;
+  const bool pixels =
+      command->copy != nullptr && command->copy->layerChoice(index) == LayerChoice::own;
+  const CallKind kind = pixels ? CallKind::checkoutLayer : CallKind::checkoutParam;
   if (const std::int32_t error = state.faults.check(kind)) return error;
   if (command->copy == nullptr || scale == 0) {
     state.report("checkout_param: not in this command, or without a time scale");
@@ -50,7 +52,7 @@ std::int32_t checkoutParam(PF_ProgPtr ref, std::int32_t index, std::int32_t time
     checkout.token = nextToken();
     checkout.record = record;
     PF_ParamDef filled = copy.definitions[static_cast<std::size_t>(index)];
-    if (index == 0) {
+    if (pixels) {
       checkoutLayer(*command, filled, checkout, {time, scale});
     } else {
       checkout.value = copy.params.at(index, {time, scale});
@@ -62,7 +64,7 @@ std::int32_t checkoutParam(PF_ProgPtr ref, std::int32_t index, std::int32_t time
       command->checkouts.push_back(std::move(checkout));
     }
     *record = filled;
-    (index == 0 ? state.accounts.layerCheckouts : state.accounts.paramCheckouts).fetch_add(1);
+    (pixels ? state.accounts.layerCheckouts : state.accounts.paramCheckouts).fetch_add(1);
     return PF_Err_NONE;
   } catch (...) {
     return command->keepFailure();

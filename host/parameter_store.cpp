@@ -35,6 +35,18 @@ bool before(std::int32_t time, std::uint32_t scale, Moment moment) noexcept {
          static_cast<std::int64_t>(moment.value) * scale;
 }
 
+std::uint8_t toChannel(double value) noexcept {
+  return static_cast<std::uint8_t>(std::lround(std::clamp(value, 0.0, 255.0)));
+}
+
+Value fromPixel(const PF_Pixel& pixel) {
+  return {static_cast<double>(pixel.red),
+          static_cast<double>(pixel.green),
+          {},
+          static_cast<double>(pixel.blue),
+          static_cast<double>(pixel.alpha)};
+}
+
 bool holds(const PF_ParamDef& definition) noexcept {
   return definition.param_type == PF_Param_CHECKBOX || definition.param_type == PF_Param_POPUP ||
          (definition.flags & PF_ParamFlag_CANNOT_INTERP) != 0;
@@ -53,6 +65,10 @@ ValueKind valueKind(std::int32_t parameterType) noexcept {
       return ValueKind::number;
     case PF_Param_POINT:
       return ValueKind::point;
+    case PF_Param_POINT_3D:
+      return ValueKind::point3d;
+    case PF_Param_COLOR:
+      return ValueKind::colour;
     case PF_Param_ARBITRARY_DATA:
       return ValueKind::arbitrary;
     default:
@@ -109,6 +125,13 @@ Value ParameterStore::initial(std::int32_t index, bool forOldProject) const {
       return {fromFixed(u.td.x_dephault) / 100.0 * layer_.width,
               fromFixed(u.td.y_dephault) / 100.0 * layer_.height,
               {}};
+    case PF_Param_POINT_3D:  // a percentage, as for flat points; depth goes by the layer's height
+      return {u.point3d_d.x_dephault / 100.0 * layer_.width,
+              u.point3d_d.y_dephault / 100.0 * layer_.height,
+              {},
+              u.point3d_d.z_dephault / 100.0 * layer_.height};
+    case PF_Param_COLOR:
+      return fromPixel(u.cd.dephault);
     case PF_Param_ARBITRARY_DATA:
       return {0.0, 0.0, copyArbitrary(kindOf(index), u.arb_d.dephault)};
     default:
@@ -193,7 +216,8 @@ Value ParameterStore::at(std::int32_t index, Moment moment) const {
   }
   const Value& a = left->value;
   const Value& b = right->value;
-  return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t, {}};
+  const auto between = [t](double from, double to) { return from + (to - from) * t; };
+  return {between(a.x, b.x), between(a.y, b.y), {}, between(a.z, b.z), between(a.w, b.w)};
 }
 
 void ParameterStore::write(PF_ParamDef& record, const Value& value) noexcept {
@@ -220,6 +244,14 @@ void ParameterStore::write(PF_ParamDef& record, const Value& value) noexcept {
     case PF_Param_POINT:
       u.td.x_value = toFixed(value.x);
       u.td.y_value = toFixed(value.y);
+      break;
+    case PF_Param_POINT_3D:
+      u.point3d_d.x_value = value.x;
+      u.point3d_d.y_value = value.y;
+      u.point3d_d.z_value = value.z;
+      break;
+    case PF_Param_COLOR:
+      u.cd.value = {toChannel(value.w), toChannel(value.x), toChannel(value.y), toChannel(value.z)};
       break;
     case PF_Param_ARBITRARY_DATA:
       u.arb_d.value = value.opaque ? value.opaque->handle() : nullptr;
@@ -254,6 +286,12 @@ Value ParameterStore::read(std::int32_t index, const PF_ParamDef& record) const 
     case PF_Param_POINT:
       value = {fromFixed(u.td.x_value), fromFixed(u.td.y_value), {}};
       break;
+    case PF_Param_POINT_3D:
+      value = {u.point3d_d.x_value, u.point3d_d.y_value, {}, u.point3d_d.z_value};
+      break;
+    case PF_Param_COLOR:
+      value = fromPixel(u.cd.value);
+      break;
     case PF_Param_ARBITRARY_DATA:
       value.opaque = copyArbitrary(kindOf(index), u.arb_d.value);
       break;
@@ -286,6 +324,11 @@ Value ParameterStore::clamped(std::int32_t index, Value value) const noexcept {
     case PF_Param_FLOAT_SLIDER:
       value.x = within(value.x, static_cast<double>(u.fs_d.valid_min),
                        static_cast<double>(u.fs_d.valid_max));
+      break;
+    case PF_Param_COLOR:
+      for (double* channel : {&value.x, &value.y, &value.z, &value.w}) {
+        *channel = within(*channel, 0.0, 255.0);
+      }
       break;
     default:
       break;

@@ -12,11 +12,14 @@
 
 namespace host {
 
-// Numbers in x; points in x and y, pixels of the layer; arbitrary data in opaque.
+// Numbers in x; points in x and y (and z), pixels of the layer; colours as red, green, blue in x,
+// y, z and alpha in w, 0..255; arbitrary data in opaque.
 struct Value {
   double x = 0.0;
   double y = 0.0;
   ArbitraryPtr opaque;
+  double z = 0.0;
+  double w = 0.0;
 };
 
 // A time of value / scale seconds.
@@ -36,7 +39,8 @@ struct Track {
   std::vector<Keyframe> keys;
 };
 
-enum class ValueKind : std::uint8_t { none, number, point, arbitrary };
+// None: groups, buttons, layers and paths, whose values are no numbers that a project keeps here.
+enum class ValueKind : std::uint8_t { none, number, point, point3d, colour, arbitrary };
 ValueKind valueKind(std::int32_t parameterType) noexcept;
 
 // Copying is cheap: copies share tracks until one of them changes. A copy may go to another thread;

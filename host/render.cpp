@@ -21,7 +21,11 @@ void append(std::string& key, ValueKind kind, const Value& value) {
     return;
   }
   append(key, value.x);
-  if (kind == ValueKind::point) append(key, value.y);
+  if (kind == ValueKind::number) return;
+  append(key, value.y);
+  if (kind == ValueKind::point) return;
+  append(key, value.z);
+  append(key, value.w);
 }
 
 }  // namespace

@@ -15,6 +15,29 @@ void checkDepth(const EffectState& effect, Depth depth) {
   throw Error("The effect's plain render command does not work at this depth.");
 }
 
+// Where the output lies, in layer coordinates, as FRAME_SETUP asked for it.
+PF_LRect outputArea(const EffectState& effect, const LayerInfo& layer, const PF_OutData& answer) {
+  const PF_LRect whole{0, 0, layer.width, layer.height};
+  const PF_LRect asked{-answer.origin.h, -answer.origin.v, answer.width - answer.origin.h,
+                       answer.height - answer.origin.v};
+  if (asked.left == whole.left && asked.top == whole.top && asked.right == whole.right &&
+      asked.bottom == whole.bottom) {
+    return whole;
+  }
+  constexpr auto kResizes =
+      static_cast<std::uint32_t>(PF_OutFlag_I_EXPAND_BUFFER | PF_OutFlag_I_SHRINK_BUFFER);
+  if ((effect.outFlags & kResizes) == 0) {
+    effect.state.report("FRAME_SETUP changed the output's size, and the flags do not say so");
+    return whole;
+  }
+  if (answer.width <= 0 || answer.height <= 0 || answer.width > PF_MAX_WORLD_WIDTH ||
+      answer.height > PF_MAX_WORLD_HEIGHT) {
+    effect.state.report("FRAME_SETUP asked for an impossible size of the output");
+    return whole;
+  }
+  return asked;
+}
+
 struct FrameLoan {
   SequenceCopy& copy;
   std::unique_ptr<LayerFrame> frame;
@@ -51,9 +74,12 @@ std::string renderClassic(SequenceCopy& copy, std::int32_t frame, Depth depth, I
       clear(output);
     } else {
       FrameLoan input{copy, copy.frames.read(state, copy.layer, frame, depth, margins)};
-      RenderTarget target(state, output, {0, 0, layer.width, layer.height}, depth, margins);
+      const PF_LRect area = outputArea(effect, layer, setup.out);
+      RenderTarget target(state, output, area, depth, margins);
       Command render(effect, &copy, PF_Cmd_RENDER);
       render.setTime(time);
+      render.in.output_origin_x = -area.left;
+      render.in.output_origin_y = -area.top;
       render.in.frame_data = frameData;
       render.out.frame_data = frameData;
       render.giveParams(&input.frame->world);

@@ -41,6 +41,22 @@ void place(Command& command, const Margins& margins, std::int32_t time) {
   command.in.output_origin_y = margins.top;
 }
 
+bool within(const PF_LRect& inner, const PF_LRect& outer) noexcept {
+  return inner.right <= inner.left || inner.bottom <= inner.top ||
+         (inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+          inner.bottom <= outer.bottom);
+}
+
+void reportRects(const PF_PreRenderOutput& output, const PF_LRect& asked, HostState& state) {
+  if (!within(output.result_rect, output.max_result_rect)) {
+    state.report("SMART_PRE_RENDER: the result is larger than the largest result");
+  }
+  if ((output.flags & PF_RenderOutputFlag_RETURNS_EXTRA_PIXELS) == 0 &&
+      !within(output.result_rect, asked)) {
+    state.report("SMART_PRE_RENDER: the result is larger than what was asked for");
+  }
+}
+
 void preRender(SmartFrame& smart, SequenceCopy& copy, std::int32_t time,
                const PF_RenderRequest& request, const std::string& what) {
   HostState& state = copy.effect.state;
@@ -56,6 +72,7 @@ void preRender(SmartFrame& smart, SequenceCopy& copy, std::int32_t time,
   // The host's from here on, whatever the result.
   if (smart.output.pre_render_data != nullptr) state.accounts.preRenders.fetch_add(1);
   command.require(result, what);
+  reportRects(smart.output, request.rect, state);
 }
 
 void render(SmartFrame& smart, SequenceCopy& copy, std::int32_t time,

@@ -14,6 +14,11 @@ std::int32_t outputPadding(const Stress& stress) noexcept {
   return stress.rowPadding > 0 ? 2 * stress.rowPadding + 16 : 0;
 }
 
+bool isWhole(const PF_LRect& rect, const Image& image) noexcept {
+  return rect.left == 0 && rect.top == 0 && rect.right == image.width() &&
+         rect.bottom == image.height();
+}
+
 bool covers(const PF_LRect& rect, const Image& image) noexcept {
   return rect.left <= 0 && rect.top <= 0 && rect.right >= image.width() &&
          rect.bottom >= image.height();
@@ -39,7 +44,7 @@ RenderTarget::RenderTarget(HostState& host, Image& output, const PF_LRect& resul
                            const Margins& margins)
     : output_(output), result_(result) {
   const std::int32_t padding = outputPadding(host.options.stress);
-  if (padding == 0 && margins.none() && covers(result, output)) {
+  if (padding == 0 && margins.none() && isWhole(result, output)) {
     if (host.options.stress.poisonMemory) {
       for (std::int32_t y = 0; y < output.height(); ++y) {
         std::memset(output.row(y), 0xCD, static_cast<std::size_t>(output.rowBytes()));
@@ -59,10 +64,15 @@ void RenderTarget::finish(HostState& host) {
   if (!window_->intact()) host.report("the effect wrote outside its output");
   if (!covers(result_, output_)) clear(output_);
   const auto pixel = static_cast<std::size_t>(pixelBytes(output_.depth()));
-  for (std::int32_t y = result_.top; y < result_.bottom; ++y) {
-    std::memcpy(output_.row(y) + static_cast<std::size_t>(result_.left) * pixel,
-                window_->row(y - result_.top),
-                static_cast<std::size_t>(result_.right - result_.left) * pixel);
+  const std::int32_t left = std::max(result_.left, 0);
+  const std::int32_t right = std::min(result_.right, output_.width());
+  if (right <= left) return;
+  const std::int32_t bottom = std::min(result_.bottom, output_.height());
+  for (std::int32_t y = std::max(result_.top, 0); y < bottom; ++y) {
+    std::memcpy(
+        output_.row(y) + static_cast<std::size_t>(left) * pixel,
+        window_->row(y - result_.top) + static_cast<std::size_t>(left - result_.left) * pixel,
+        static_cast<std::size_t>(right - left) * pixel);
   }
 }
 

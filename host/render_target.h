@@ -9,11 +9,12 @@
 
 namespace host {
 
-// The effect's result covers a part of the layer (usually all of it). Without stress the world is
-// the output image itself; otherwise a window of its own, copied out at the end.
+// The effect's result covers a part of the layer, usually all of it, and may reach beyond. Without
+// stress the world of a whole layer is the output image itself; otherwise a window of its own, what
+// lies within the layer copied out at the end.
 class RenderTarget {
  public:
-  // result: within the layer's bounds, not empty; output has the layer's size.
+  // result: in layer coordinates, not empty; output has the layer's size.
   RenderTarget(HostState& host, Image& output, const PF_LRect& result, Depth depth,
                const Margins& margins);
 

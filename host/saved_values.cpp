@@ -23,6 +23,8 @@ SavedParameter saveOne(SequenceCopy& copy, std::int32_t index) {
     kept.frame = key.time / step;
     kept.value = key.value.x;
     kept.y = key.value.y;
+    kept.z = key.value.z;
+    kept.w = key.value.w;
     if (key.value.opaque) {
       kept.opaque = flattenArbitrary(key.value.opaque->kind(), key.value.opaque->handle());
     }
@@ -67,7 +69,7 @@ void loadOne(SequenceCopy& copy, const SavedParameter& saved) {
   Track track;
   track.constant = saved.constant;
   for (const SavedKeyframe& kept : saved.keys) {
-    Value value{kept.value, kept.y, {}};
+    Value value{kept.value, kept.y, {}, kept.z, kept.w};
     if (saved.type == PF_Param_ARBITRARY_DATA) {
       value = {0.0, 0.0, unflattenArbitrary(copy.params.kindOf(index), kept.opaque)};
       if (value.opaque->handle() == nullptr) {

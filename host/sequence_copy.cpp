@@ -19,6 +19,10 @@ std::vector<PF_ParamDef> definitionsOf(const EffectState& effect) {
     // The default handle is the host's own affair after the declaration.
     if (declaration.definition.param_type == PF_Param_ARBITRARY_DATA) {
       definitions.back().u.arb_d.value = nullptr;
+    } else if (declaration.definition.param_type == PF_Param_LAYER) {
+      // Pixels come with check-outs alone.
+      definitions.back().u.ld = {};
+      definitions.back().u.ld.dephault = declaration.definition.u.ld.dephault;
     }
   }
   return definitions;
@@ -39,6 +43,14 @@ SequenceCopy::~SequenceCopy() {
   setDown();
 }
 
+LayerChoice SequenceCopy::layerChoice(std::int32_t index) const noexcept {
+  if (index == 0) return LayerChoice::own;
+  if (index < 0 || index >= static_cast<std::int32_t>(definitions.size())) return LayerChoice::no;
+  const PF_ParamDef& definition = definitions[static_cast<std::size_t>(index)];
+  if (definition.param_type != PF_Param_LAYER) return LayerChoice::no;
+  return definition.u.ld.dephault == PF_LayerDefault_MYSELF ? LayerChoice::own : LayerChoice::empty;
+}
+
 std::int32_t SequenceCopy::frameTime(std::int32_t frame) const noexcept {
   return frame * layer.info().timeStep;
 }
@@ -52,7 +64,8 @@ void SequenceCopy::setUp() {
 }
 
 void SequenceCopy::resetUp(const std::vector<std::byte>& flat) {
-  sequenceData = createHandle(effect.state, flat);
+  // Of an effect that keeps nothing, there is nothing to hand back.
+  if (!flat.empty()) sequenceData = createHandle(effect.state, flat);
   Command command(effect, this, PF_Cmd_SEQUENCE_RESETUP);
   if (renderOnly) command.in.in_flags = PF_InFlag_PROJECT_IS_RENDER_ONLY;
   if (!effect.state.options.stress.withoutParams) command.giveParams();

@@ -12,6 +12,10 @@
 
 namespace host {
 
+// What a parameter's index stands for as a layer. Compositions of one layer: a layer parameter is
+// set to it, or to none, by its default.
+enum class LayerChoice : std::uint8_t { no, own, empty };
+
 // Used by one thread at a time. SEQUENCE_SETDOWN at the end.
 class SequenceCopy {
  public:
@@ -21,7 +25,8 @@ class SequenceCopy {
   SequenceCopy(const SequenceCopy&) = delete;
   SequenceCopy& operator=(const SequenceCopy&) = delete;
 
-  // SEQUENCE_SETUP, or RESETUP with a flat image. Throws when the effect refuses.
+  // SEQUENCE_SETUP, or RESETUP with a flat image (empty: with none). Throws when the effect
+  // refuses.
   void setUp();
   void resetUp(const std::vector<std::byte>& flat);
 
@@ -32,6 +37,7 @@ class SequenceCopy {
   std::int32_t dynamicFlags(std::int32_t time);
 
   std::int32_t frameTime(std::int32_t frame) const noexcept;
+  LayerChoice layerChoice(std::int32_t index) const noexcept;
 
   EffectState& effect;
   FrameSource& layer;

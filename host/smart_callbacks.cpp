@@ -38,8 +38,9 @@ std::int32_t checkoutLayer(PF_ProgPtr ref, std::int32_t index, std::int32_t id,
   }
   HostState& state = command->effect.state;
   if (const std::int32_t error = state.faults.check(CallKind::checkoutLayer)) return error;
-  if (index != 0) {
-    state.report("checkout_layer: the effect has no other layer than its own");
+  const LayerChoice choice = command->copy->layerChoice(index);
+  if (choice == LayerChoice::no) {
+    state.report("checkout_layer: the parameter is no layer");
     return PF_Err_INVALID_INDEX;
   }
   if (id < 0 || command->smart->layers.contains(id)) {
@@ -47,13 +48,16 @@ std::int32_t checkoutLayer(PF_ProgPtr ref, std::int32_t index, std::int32_t id,
     return PF_Err_BAD_CALLBACK_PARAM;
   }
   try {
-    command->smart->layers[id].moment = {time, scale};
+    LayerRequest& wanted = command->smart->layers[id];
+    wanted.moment = {time, scale};
+    wanted.empty = choice == LayerChoice::empty;
   } catch (...) {
     return command->keepFailure();
   }
   const LayerInfo& info = command->copy->layer.info();
   const PF_LRect whole{0, 0, info.width, info.height};
   *result = {};
+  if (choice == LayerChoice::empty) return PF_Err_NONE;
   result->result_rect = intersection(request->rect, whole);
   result->max_result_rect = whole;
   result->par = {info.pixelAspectNum, info.pixelAspectDen};
@@ -94,6 +98,10 @@ std::int32_t checkoutPixels(PF_ProgPtr ref, std::int32_t id, PF_EffectWorld** wo
   }
   SequenceCopy& copy = *command->copy;
   LayerRequest& request = found->second;
+  if (request.empty) {
+    command->smart->inputTaken = request.taken = true;
+    return PF_Err_NONE;
+  }
   try {
     request.pixels = copy.frames.read(state, copy.layer, frameAt(copy.layer.info(), request.moment),
                                       command->smart->depth, command->smart->margins);

@@ -101,7 +101,14 @@ std::int32_t acquire(const char* name, std::int32_t version, const void** table)
   if (host == nullptr) return kSPSuiteNotFoundError;
   if (const std::int32_t error = host->faults.check(CallKind::acquireSuite)) return error;
   const int suite = findSuite(host->role, name, version);
-  if (suite < 0) return kSPSuiteNotFoundError;
+  if (suite < 0) {
+    try {
+      host->suites.noteMiss(name, version);
+    } catch (const std::bad_alloc&) {
+      return kSPOutOfMemoryError;
+    }
+    return kSPSuiteNotFoundError;
+  }
   if (Command* command = currentCommand()) {
     try {
       command->suites.push_back(suite);
@@ -192,6 +199,16 @@ std::int64_t SuiteLedger::total() const noexcept {
   std::int64_t sum = 0;
   for (const auto& held : held_) sum += held.load();
   return sum;
+}
+
+void SuiteLedger::noteMiss(std::string_view name, std::int32_t version) {
+  const std::lock_guard guard(mutex_);
+  misses_.insert(std::string(name) + " " + std::to_string(version));
+}
+
+std::vector<std::string> SuiteLedger::misses() const {
+  const std::lock_guard guard(mutex_);
+  return {misses_.begin(), misses_.end()};
 }
 
 SPBasicSuite* basicSuite() {

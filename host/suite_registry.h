@@ -5,7 +5,11 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
+#include <set>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace host {
 
@@ -29,7 +33,13 @@ class SuiteLedger {
   bool release(int suite) noexcept;
   std::int64_t total() const noexcept;
 
+  // Suites asked for that a host of this role does not have: "name version", once each.
+  void noteMiss(std::string_view name, std::int32_t version);
+  std::vector<std::string> misses() const;
+
  private:
+  mutable std::mutex mutex_;  // of the misses
+  std::set<std::string> misses_;
   std::array<std::atomic<std::int64_t>, kMaxSuites> held_{};
 };
 

@@ -1,6 +1,7 @@
 // host/suites_pf.cpp — suites of the effect interface: handles, parameters, worlds, iteration.
 #include "host/command.h"
 #include "host/effect_state.h"
+#include "host/effect_worlds.h"
 #include "host/handle_callbacks.h"
 #include "host/iterate.h"
 #include "host/parameter_declaration.h"
@@ -63,8 +64,8 @@ const void* paramUtilsSuite() {
 const void* worldSuite() {
   static const PF_WorldSuite2 table = [] {
     PF_WorldSuite2 t{};
-    HOST_UNUSED(t, PF_NewWorld);
-    HOST_UNUSED(t, PF_DisposeWorld);
+    t.PF_NewWorld = newWorldOfFormat;
+    t.PF_DisposeWorld = disposeWorld;
     t.PF_GetPixelFormat = formatOfWorld;
     return t;
   }();

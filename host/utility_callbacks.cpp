@@ -1,6 +1,7 @@
 // host/utility_callbacks.cpp — the table of services that need no suite.
 #include "host/callback_tables.h"
 #include "host/command.h"
+#include "host/effect_worlds.h"
 #include "host/handle_callbacks.h"
 #include "host/iterate.h"
 #include "host/pixel_callbacks.h"
@@ -51,8 +52,6 @@ void leaveCompositingUnused(PF_UtilCallbacks& table) {
   HOST_UNUSED(table, premultiply_color16);
   HOST_UNUSED(table, transfer_rect);
   HOST_UNUSED(table, transform_world);
-  HOST_UNUSED(table, new_world);
-  HOST_UNUSED(table, dispose_world);
 }
 
 void leaveIterationUnused(PF_UtilCallbacks& table) {
@@ -82,6 +81,8 @@ PF_UtilCallbacks makeTable() {
   leaveColoursUnused(table.colorCB);
   HOST_UNUSED(table, get_callback_addr);
   table.app = appCall;
+  table.new_world = newWorld;
+  table.dispose_world = disposeWorld;
   table.copy = copyWorld;
   table.fill = fillWorld;
   table.fill16 = fillWorld16;

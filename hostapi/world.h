@@ -97,6 +97,10 @@ inline constexpr std::int32_t PF_HALF_CHAN16 = 16384;
 inline constexpr std::int32_t PF_MAX_WORLD_WIDTH = 30000;
 inline constexpr std::int32_t PF_MAX_WORLD_HEIGHT = 30000;
 
+// PF_LayerDef::dephault of a declared layer parameter.
+inline constexpr std::int32_t PF_LayerDefault_MYSELF = -1;
+inline constexpr std::int32_t PF_LayerDefault_NONE = 0;
+
 inline constexpr std::int32_t PF_NewWorldFlag_NONE = 0;
 inline constexpr std::int32_t PF_NewWorldFlag_CLEAR_PIXELS = 0x00000001;
 inline constexpr std::int32_t PF_NewWorldFlag_DEEP_PIXELS = 0x00000002;
