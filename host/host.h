@@ -35,6 +35,9 @@ struct HostOptions {
   std::int32_t threads = 0;  // of the iteration pool; 0 = one a core
   std::string appVersion = "15.1.2x69";   // answer to the script "app.version;"
   std::uint32_t appInfo[3] = {13, 0, 0};  // Premiere role: major, minor, build
+  // Dialogs of the effect's own are told to the listener. False: the effect shows them itself, in
+  // windows where the system has them.
+  bool showsEffectDialogs = true;
   Stress stress;
 };
 

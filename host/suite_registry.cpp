@@ -94,6 +94,10 @@ unsigned maskOf(Role role) noexcept {
   return kOther;
 }
 
+bool withheld(const HostState& host, std::string_view name) noexcept {
+  return name == kVarilumProgressSuite && !host.options.showsEffectDialogs;
+}
+
 std::int32_t acquire(const char* name, std::int32_t version, const void** table) {
   if (table == nullptr || name == nullptr) return kSPBadParameterError;
   *table = nullptr;
@@ -101,7 +105,7 @@ std::int32_t acquire(const char* name, std::int32_t version, const void** table)
   if (host == nullptr) return kSPSuiteNotFoundError;
   if (const std::int32_t error = host->faults.check(CallKind::acquireSuite)) return error;
   const int suite = findSuite(host->role, name, version);
-  if (suite < 0) {
+  if (suite < 0 || withheld(*host, name)) {
     try {
       host->suites.noteMiss(name, version);
     } catch (const std::bad_alloc&) {
