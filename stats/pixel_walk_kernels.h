@@ -20,11 +20,15 @@ inline constexpr int kWalkBlock = 16;   // kernels take whole blocks of pixels
 // Green and luminance are counted together: a level of green leaves luminance less than 105 levels
 // of room, (0.3 + 0.11) x 255 and the rounding, so 105 x green + luminance tells all pairs apart.
 inline constexpr int kGreenStride = 105;
-inline constexpr int kPairs = kGreenStride * 255 + 255 + 1;
+inline constexpr int kGreenPairs = kGreenStride * 255 + 255 + 1;
+
+// Red and blue: 256 x red + blue.
+inline constexpr int kRedBluePairs = 256 * 256;
 
 // A piece of a row, made ready for counting.
 struct WalkPairs {
-  std::uint16_t index[kWalkPiece];              // kGreenStride x green + luminance, ties rounded up
+  std::uint16_t greenLuminance[kWalkPiece];     // kGreenStride x green + luminance, ties rounded up
+  std::uint16_t redBlue[kWalkPiece];            // 256 x red + blue
   std::uint16_t ties[kWalkPiece / kWalkBlock];  // bit a pixel: luminance lies between two levels
 };
 

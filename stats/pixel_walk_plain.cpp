@@ -9,10 +9,12 @@ namespace {
 void pair(const std::byte* pixels, int count, WalkPairs& pairs) {
   for (int i = 0; i < count; ++i) {
     const LevelWord word = Read8::levels(pixels + std::size_t{Read8::kBytes} * unsigned(i));
+    const auto red = static_cast<std::uint8_t>(word >> 8);
     const auto green = static_cast<std::uint8_t>(word >> 16);
-    const std::uint8_t luminance = luminanceLevel(static_cast<std::uint8_t>(word >> 8), green,
-                                                  static_cast<std::uint8_t>(word >> 24));
-    pairs.index[i] = static_cast<std::uint16_t>(kGreenStride * green + luminance);
+    const auto blue = static_cast<std::uint8_t>(word >> 24);
+    pairs.greenLuminance[i] =
+        static_cast<std::uint16_t>(kGreenStride * green + luminanceLevel(red, green, blue));
+    pairs.redBlue[i] = static_cast<std::uint16_t>(256 * red + blue);
   }
   for (int block = 0; block < count / kWalkBlock; ++block) pairs.ties[block] = 0;  // all settled
 }

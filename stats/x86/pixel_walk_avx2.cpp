@@ -47,7 +47,9 @@ void pair(const std::byte* pixels, int count, WalkPairs& pairs) {
     const __m256i levels = _mm256_srli_epi16(_mm256_mulhi_epu16(sums, _mm256_set1_epi16(5243)), 3);
     const __m256i base = _mm256_packs_epi32(_mm256_madd_epi16(green0, factors(0, kGreenStride)),
                                             _mm256_madd_epi16(green1, factors(0, kGreenStride)));
-    store(pairs.index + i, _mm256_add_epi16(base, levels));
+    store(pairs.greenLuminance + i, _mm256_add_epi16(base, levels));
+    store(pairs.redBlue + i, _mm256_packus_epi32(_mm256_madd_epi16(redBlue0, factors(256, 1)),
+                                                 _mm256_madd_epi16(redBlue1, factors(256, 1))));
     const __m256i ties =
         _mm256_cmpeq_epi16(_mm256_mullo_epi16(levels, _mm256_set1_epi16(100)), sums);
     pairs.ties[i / kWalkBlock] = static_cast<std::uint16_t>(_mm_movemask_epi8(

@@ -18,8 +18,8 @@ __m128i factors(int low, int high) {
   return _mm_set1_epi32(high << 16 | low);
 }
 
-// Pairs of eight pixels; returns the mask of their ties.
-__m128i pairEight(const std::byte* pixels, std::uint16_t* index) {
+// Pairs of eight pixels, put where at says; returns the mask of their ties.
+__m128i pairEight(const std::byte* pixels, WalkPairs& pairs, int at) {
   const __m128i first = load(pixels);
   const __m128i second = load(pixels + 16);
   // Red and blue in the halves of a word; alpha and green likewise.
@@ -38,14 +38,19 @@ __m128i pairEight(const std::byte* pixels, std::uint16_t* index) {
   const __m128i levels = _mm_srli_epi16(_mm_mulhi_epu16(sums, _mm_set1_epi16(5243)), 3);
   const __m128i base = _mm_packs_epi32(_mm_madd_epi16(green0, factors(0, kGreenStride)),
                                        _mm_madd_epi16(green1, factors(0, kGreenStride)));
-  store(index, _mm_add_epi16(base, levels));
+  store(pairs.greenLuminance + at, _mm_add_epi16(base, levels));
+  // Packing takes numbers with a sign: the upper bits are filled with bit 15, and so nothing clips.
+  const auto joined = [](__m128i both) {
+    return _mm_srai_epi32(_mm_slli_epi32(_mm_madd_epi16(both, factors(256, 1)), 16), 16);
+  };
+  store(pairs.redBlue + at, _mm_packs_epi32(joined(redBlue0), joined(redBlue1)));
   return _mm_cmpeq_epi16(_mm_mullo_epi16(levels, _mm_set1_epi16(100)), sums);
 }
 
 void pair(const std::byte* pixels, int count, WalkPairs& pairs) {
   for (int i = 0; i < count; i += kWalkBlock, pixels += 4 * kWalkBlock) {
-    const __m128i low = pairEight(pixels, pairs.index + i);
-    const __m128i high = pairEight(pixels + 32, pairs.index + i + 8);
+    const __m128i low = pairEight(pixels, pairs, i);
+    const __m128i high = pairEight(pixels + 32, pairs, i + 8);
     pairs.ties[i / kWalkBlock] =
         static_cast<std::uint16_t>(_mm_movemask_epi8(_mm_packs_epi16(low, high)));
   }

@@ -119,6 +119,25 @@ TYPED_TEST(PixelWalk, EqualsThePlainRuleOnRandomPicturesRectanglesAndSteps) {
   }
 }
 
+// So many pixels that red and blue are counted together; with step 2 too few again.
+TYPED_TEST(PixelWalk, EqualsThePlainRuleOnALargePicture) {
+  RandomSource random;
+  const std::int32_t width = random.between(701, 720);
+  TestPicture<TypeParam> picture(width, 300, 7, RowOrder::bottomUp);
+  auto pixel = randomPixel(random, static_cast<const TypeParam*>(nullptr));
+  for (std::int32_t y = 0; y < 300; ++y) {
+    for (std::int32_t x = 0; x < width; ++x) {
+      const bool isFlat = x / 40 % 3 == 0;  // stretches of one colour among those of many
+      if (!isFlat) pixel = randomPixel(random, static_cast<const TypeParam*>(nullptr));
+      picture.set(x, y, pixel);
+    }
+  }
+  for (const std::int32_t step : {1, 2}) {
+    expectPlainWalk(picture, {0, 0, width, 300}, step);
+    expectPlainWalk(picture, {3, 2, width - 1, 299}, step);
+  }
+}
+
 TYPED_TEST(PixelWalk, TakesEveryWidthAroundItsInnerPieces) {
   RandomSource random;
   for (const std::int32_t width :
