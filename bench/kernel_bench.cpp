@@ -1,6 +1,5 @@
 // bench/kernel_bench.cpp — the kernels over a full-HD frame, a call through a pointer for each
-// pixel as a host's iteration makes it, and called by name. Floor: a callback that only copies the
-// pixel.
+// pixel as a host's iteration makes it. Floor: a callback that only copies the pixel.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -43,25 +42,24 @@ FrameCorrection correctionFor(std::uint8_t method, bool analyzed) {
   for (int i = 0; i < kLevels; ++i) correction.table[i] = state->correctionTable[i];
   const std::int32_t height = kWidth / 8;
   const std::int32_t top = (kHeight - height) / 2;
-  correction.banner = {0, top, kWidth, top + height};
+  correction.banner = placeBanner({0, top, kWidth, top + height});
   prepareCorrection(correction,
                     {state->frameDesiredLuminance, state->frameInputLuminance,
                      state->frameDesiredSpread, state->frameInputSpread, state->gammaValue});
   return correction;
 }
 
-template <class Pixel, class Call>
-void iterate(benchmark::State& state, std::uint8_t method, bool analyzed, Call call) {
+template <class Pixel>
+void iterate(benchmark::State& state, Kernel<Pixel> kernel, FrameCorrection correction) {
   BenchPicture source = makePicture(kDepthOf<Pixel>, Content::natural);
   BenchPicture target = source;
-  FrameCorrection correction = correctionFor(method, analyzed);
   auto* const in = reinterpret_cast<Pixel*>(source.bytes.data());
   auto* const out = reinterpret_cast<Pixel*>(target.bytes.data());
   for (auto _ : state) {
     std::size_t i = 0;
     for (std::int32_t y = 0; y < kHeight; ++y) {
       for (std::int32_t x = 0; x < kWidth; ++x, ++i) {
-        if (call(&correction, x, y, in + i, out + i) != 0) state.SkipWithError("kernel failed");
+        if (kernel(&correction, x, y, in + i, out + i) != 0) state.SkipWithError("kernel failed");
       }
     }
     benchmark::ClobberMemory();
@@ -71,49 +69,39 @@ void iterate(benchmark::State& state, std::uint8_t method, bool analyzed, Call c
                          benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
+// Through a volatile, so that the compiler cannot see which function is called.
 template <class Pixel>
-void throughPointer(benchmark::State& state, Kernel<Pixel> kernel, std::uint8_t method,
-                    bool analyzed) {
-  // Through a volatile, so that the compiler cannot see which function is called.
+void throughPointer(benchmark::State& state, Kernel<Pixel> kernel,
+                    const FrameCorrection& correction) {
   Kernel<Pixel> volatile held = kernel;
-  const Kernel<Pixel> pointer = held;
-  iterate<Pixel>(state, method, analyzed, pointer);
+  iterate<Pixel>(state, held, correction);
 }
 
-template <class Pixel, auto kKernel>
-void byName(benchmark::State& state, std::uint8_t method) {
-  iterate<Pixel>(state, method, true,
-                 [](void* context, std::int32_t x, std::int32_t y, Pixel* in, Pixel* out) {
-                   return kKernel(context, x, y, in, out);
-                 });
-}
-
-template <class Pixel, auto kKernel>
-void registerDepth() {
-  const std::string depth = nameOf(kDepthOf<Pixel>);
-  const auto add = [&](const std::string& name, auto body) {
-    benchmark::RegisterBenchmark(name.c_str(), body)->Unit(benchmark::kMicrosecond);
+template <class Pixel, class Choose>
+void registerDepth(const std::string& depth, Choose choose) {
+  const auto add = [&](const std::string& name, std::uint8_t method, bool analyzed, auto kernelOf) {
+    benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+      const FrameCorrection correction = correctionFor(method, analyzed);
+      throughPointer<Pixel>(state, kernelOf(correction), correction);
+    })->Unit(benchmark::kMicrosecond);
   };
-  add("floor/copy_pixel/" + depth,
-      [](benchmark::State& state) { throughPointer<Pixel>(state, copyPixel<Pixel>, 1, true); });
+  add("floor/copy_pixel/" + depth, 1, true,
+      [](const FrameCorrection&) { return copyPixel<Pixel>; });
   const struct {
     std::uint8_t method;
     const char* name;
   } methods[] = {{1, "linear"}, {2, "shift"}, {3, "gamma"}};
-  for (const auto& [method, name] : methods) {
-    add("kernel/" + depth + "/" + name + "/pointer",
-        [method](benchmark::State& state) { throughPointer<Pixel>(state, kKernel, method, true); });
-    add("kernel/" + depth + "/" + name + "/named",
-        [method](benchmark::State& state) { byName<Pixel, kKernel>(state, method); });
-  }
-  add("kernel/" + depth + "/banner/pointer",
-      [](benchmark::State& state) { throughPointer<Pixel>(state, kKernel, 1, false); });
+  for (const auto& [method, name] : methods)
+    add("kernel/" + depth + "/" + name, method, true, choose);
+  add("kernel/" + depth + "/banner", 1, false, choose);
 }
 
 const bool kRegistered = [] {
-  registerDepth<PF_Pixel, correctPixel8>();
-  registerDepth<PF_Pixel16, correctPixel16>();
-  registerDepth<PF_PixelFloat, correctPixelFloat>();
+  registerDepth<PF_Pixel>("8bit", pixelKernel8);
+  registerDepth<PF_Pixel16>("16bit", pixelKernel16);
+  registerDepth<PF_PixelFloat>("float", pixelKernelFloat);
+  registerDepth<PF_Pixel16>("16bit_plain", plainPixelKernel16);
+  registerDepth<PF_PixelFloat>("float_plain", plainPixelKernelFloat);
   return true;
 }();
 

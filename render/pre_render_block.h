@@ -37,7 +37,7 @@ inline FrameCorrection correctionOf(const PreRenderBlock& block) noexcept {
   for (int level = 0; level < kLevels; ++level) {
     correction.table[level] = block.correctionTable[level];
   }
-  correction.banner = block.banner;
+  correction.banner = placeBanner(block.banner);
   prepareCorrection(correction, {block.desiredLuminance, block.inputLuminance, block.desiredSpread,
                                  block.inputSpread, block.gammaValue});
   return correction;

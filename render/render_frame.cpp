@@ -45,7 +45,7 @@ FrameCorrection correctionOf(const SequenceState& state, bool dontDeflicker) noe
   correction.dontDeflicker = dontDeflicker;
   correction.method = state.correctionMethod;
   std::memcpy(correction.table, state.correctionTable, sizeof correction.table);
-  correction.banner = state.banner;
+  correction.banner = placeBanner(state.banner);
   prepareCorrection(
       correction, {state.frameDesiredLuminance, state.frameInputLuminance, state.frameDesiredSpread,
                    state.frameInputSpread, state.gammaValue});
@@ -113,9 +113,9 @@ std::int32_t renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef** params,
     const bool deep =
         global && global->isAfterEffects != 0 && state->inputDeep != 0 && state->outputDeep != 0;
     result = deep ? in.utils->iterate16(&in, 0, area.height, &input, &clipped, &correction,
-                                        correctPixel16, output)
+                                        pixelKernel16(correction), output)
                   : in.utils->iterate(&in, 0, area.height, &input, &clipped, &correction,
-                                      correctPixel8, output);
+                                      pixelKernel8(correction), output);
   }
   return error != 0 ? error : result;
 }

@@ -60,13 +60,13 @@ std::int32_t iterateFormat(const Iteration& run, std::int32_t format) {
   switch (format) {
     case PF_PixelFormat_ARGB128:
       return iterate<PF_IterateFloatSuite1>(run, kPFIterateFloatSuite, kPFIterateFloatSuiteVersion1,
-                                            correctPixelFloat);
+                                            pixelKernelFloat(run.correction));
     case PF_PixelFormat_ARGB64:
       return iterate<PF_Iterate16Suite1>(run, kPFIterate16Suite, kPFIterate16SuiteVersion1,
-                                         correctPixel16);
+                                         pixelKernel16(run.correction));
     case PF_PixelFormat_ARGB32:
       return iterate<PF_Iterate8Suite1>(run, kPFIterate8Suite, kPFIterate8SuiteVersion1,
-                                        correctPixel8);
+                                        pixelKernel8(run.correction));
     default:
       return PF_Err_BAD_CALLBACK_PARAM;
   }

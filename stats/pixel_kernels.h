@@ -1,9 +1,10 @@
-// stats/pixel_kernels.h — the functions that correct one pixel, as the host's iteration calls them.
+// stats/pixel_kernels.h — the functions that correct a pixel, as the host's iteration calls them.
 #pragma once
 
 #include <cstdint>
 
 #include "hostapi/world.h"
+#include "stats/banner_place.h"
 #include "stats/frame_stats.h"
 
 namespace varilum {
@@ -15,7 +16,7 @@ struct FrameCorrection {
   bool dontDeflicker = false;        // colours pass unchanged
   std::uint8_t method = 1;           // 2 Shift, 3 Gamma, anything else Linear
   std::uint8_t table[kLevels] = {};  // 8-bit only
-  Rect banner{};                     // in output pixels
+  BannerPlace banner;                // in output pixels
   // From the values below, by prepareCorrection:
   double inverseGamma = 1.0;
   float gain = 1.0f;         // Linear
@@ -39,14 +40,16 @@ struct FrameLevels {
 // method then says.
 void prepareCorrection(FrameCorrection& correction, const FrameLevels& levels) noexcept;
 
-// The kernels: context is a FrameCorrection; x, y in output pixels. Result 0, or
-// PF_Err_BAD_CALLBACK_PARAM without a context (the pixel is then not written).
-// 8-bit goes through the table; 16-bit and float are computed and ignore it.
-std::int32_t correctPixel8(void* context, std::int32_t x, std::int32_t y, PF_Pixel* in,
-                           PF_Pixel* out) noexcept;
-std::int32_t correctPixel16(void* context, std::int32_t x, std::int32_t y, PF_Pixel16* in,
-                            PF_Pixel16* out) noexcept;
-std::int32_t correctPixelFloat(void* context, std::int32_t x, std::int32_t y, PF_PixelFloat* in,
-                               PF_PixelFloat* out) noexcept;
+// The kernel of a frame. Its context is the FrameCorrection that it was chosen by; x, y in output
+// pixels; input and output may be the same pixel. Result 0, or PF_Err_BAD_CALLBACK_PARAM without a
+// context (the pixel is then not written). 8-bit goes through the table; 16-bit and float are
+// computed and ignore it.
+PF_IteratePixel8Func pixelKernel8(const FrameCorrection& correction) noexcept;
+PF_IteratePixel16Func pixelKernel16(const FrameCorrection& correction) noexcept;
+PF_IteratePixelFloatFunc pixelKernelFloat(const FrameCorrection& correction) noexcept;
+
+// The same without vector instructions.
+PF_IteratePixel16Func plainPixelKernel16(const FrameCorrection& correction) noexcept;
+PF_IteratePixelFloatFunc plainPixelKernelFloat(const FrameCorrection& correction) noexcept;
 
 }  // namespace varilum

@@ -24,19 +24,19 @@ constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 PF_Pixel run(const FrameCorrection& correction, PF_Pixel in, int x = 0, int y = 0) {
   FrameCorrection context = correction;
   PF_Pixel out{1, 2, 3, 4};
-  EXPECT_EQ(correctPixel8(&context, x, y, &in, &out), 0);
+  EXPECT_EQ(pixelKernel8(correction)(&context, x, y, &in, &out), 0);
   return out;
 }
 PF_Pixel16 run(const FrameCorrection& correction, PF_Pixel16 in, int x = 0, int y = 0) {
   FrameCorrection context = correction;
   PF_Pixel16 out{1, 2, 3, 4};
-  EXPECT_EQ(correctPixel16(&context, x, y, &in, &out), 0);
+  EXPECT_EQ(pixelKernel16(correction)(&context, x, y, &in, &out), 0);
   return out;
 }
 PF_PixelFloat run(const FrameCorrection& correction, PF_PixelFloat in, int x = 0, int y = 0) {
   FrameCorrection context = correction;
   PF_PixelFloat out{1, 2, 3, 4};
-  EXPECT_EQ(correctPixelFloat(&context, x, y, &in, &out), 0);
+  EXPECT_EQ(pixelKernelFloat(correction)(&context, x, y, &in, &out), 0);
   return out;
 }
 
@@ -66,19 +66,19 @@ TEST(PixelKernels, RefuseAMissingContextAndLeaveThePixel) {
   PF_Pixel in8{9, 9, 9, 9}, out8{1, 2, 3, 4};
   PF_Pixel16 in16{9, 9, 9, 9}, out16{1, 2, 3, 4};
   PF_PixelFloat inF{9, 9, 9, 9}, outF{1, 2, 3, 4};
-  EXPECT_EQ(correctPixel8(nullptr, 0, 0, &in8, &out8), 516);
-  EXPECT_EQ(correctPixel16(nullptr, 0, 0, &in16, &out16), 516);
-  EXPECT_EQ(correctPixelFloat(nullptr, 0, 0, &inF, &outF), 516);
+  FrameCorrection correction;
+  for (const bool analyzed : {false, true}) {
+    for (const int method : {1, 2, 3}) {
+      correction.analyzed = analyzed;
+      correction.method = static_cast<std::uint8_t>(method);
+      EXPECT_EQ(pixelKernel8(correction)(nullptr, 0, 0, &in8, &out8), 516);
+      EXPECT_EQ(pixelKernel16(correction)(nullptr, 0, 0, &in16, &out16), 516);
+      EXPECT_EQ(pixelKernelFloat(correction)(nullptr, 0, 0, &inF, &outF), 516);
+    }
+  }
   expectSame(out8, {1, 2, 3, 4});
   expectSame(out16, {1, 2, 3, 4});
   expectSame(outF, {1, 2, 3, 4});
-}
-
-TEST(PixelKernels, FitTheHostsIteration) {
-  const PF_IteratePixel8Func first = correctPixel8;
-  const PF_IteratePixel16Func second = correctPixel16;
-  const PF_IteratePixelFloatFunc third = correctPixelFloat;
-  EXPECT_TRUE(first && second && third);
 }
 
 TEST(PixelKernels, SendEightBitChannelsThroughTheTableAndCopyAlpha) {
@@ -98,10 +98,10 @@ TEST(PixelKernels, CopyEverythingOfAFrameThatMustNotBeDeflickered) {
 TEST(PixelKernels, WorkInPlace) {
   FrameCorrection correction = prepared(kCorrectionLinear, levelsOf(50, 100));
   PF_Pixel pixel8{7, 0, 100, 255};
-  correctPixel8(&correction, 0, 0, &pixel8, &pixel8);
+  pixelKernel8(correction)(&correction, 0, 0, &pixel8, &pixel8);
   expectSame(pixel8, {7, 255, 155, 0});
   PF_Pixel16 pixel16{7, 10, 100, 1000};
-  correctPixel16(&correction, 0, 0, &pixel16, &pixel16);
+  pixelKernel16(correction)(&correction, 0, 0, &pixel16, &pixel16);
   expectSame(pixel16, {7, 5, 50, 500});
 }
 
@@ -235,12 +235,40 @@ TEST(PixelKernels, EqualTheRulesForRandomFloats) {
   }
 }
 
+// Any bits: infinities, tiny numbers, NaN with all kinds of payload in every channel.
+TEST(PixelKernels, VectorsGiveTheSameBitsAsPlainNumbers) {
+  RandomSource random;
+  for (int round = 0; round < 300; ++round) {
+    FrameLevels levels = randomLevels(random);
+    if (random.chance(0.1)) levels.gammaValue = kInfinity;
+    for (const int method : {1, 2, 3}) {
+      FrameCorrection correction = prepared(method, levels);
+      for (int i = 0; i < 200; ++i) {
+        const std::uint64_t bits[2] = {random.bits(), random.bits()};
+        PF_PixelFloat inF, outF, plainF;
+        std::memcpy(&inF, bits, sizeof inF);
+        if (random.chance(0.3)) inF.red = random.chance(0.5) ? -0.0f : 1.0f;
+        if (random.chance(0.3)) inF.blue = static_cast<float>(random.real(0, 1));
+        pixelKernelFloat(correction)(&correction, 0, 0, &inF, &outF);
+        plainPixelKernelFloat(correction)(&correction, 0, 0, &inF, &plainF);
+        ASSERT_EQ(std::memcmp(&outF, &plainF, sizeof outF), 0)
+            << "method " << method << ": " << inF.red << ' ' << inF.green << ' ' << inF.blue;
+        PF_Pixel16 in16, out16, plain16;
+        std::memcpy(&in16, bits, sizeof in16);
+        pixelKernel16(correction)(&correction, 0, 0, &in16, &out16);
+        plainPixelKernel16(correction)(&correction, 0, 0, &in16, &plain16);
+        expectSame(out16, plain16);
+      }
+    }
+  }
+}
+
 class Banner : public ::testing::Test {
  protected:
   Banner() {
     correction = prepared(kCorrectionLinear, levelsOf(200, 10));
     correction.analyzed = false;
-    correction.banner = {-20, 30, 300, 70};
+    correction.banner = placeBanner({-20, 30, 300, 70});
   }
   static bool isInk(int row, int column) { return kBannerMask.pixels[row * 2149 + column] != 0; }
   FrameCorrection correction;
@@ -298,7 +326,7 @@ TEST_F(Banner, IsAbsentWhenItsRectangleIsEmptyOrReversed) {
   for (const Rect rect :
        {Rect{0, 0, 0, 50}, Rect{0, 0, 50, 0}, Rect{50, 50, 0, 0},
         Rect{std::numeric_limits<int>::max(), 0, std::numeric_limits<int>::min(), 9}}) {
-    correction.banner = rect;
+    correction.banner = placeBanner(rect);
     expectSame(run(correction, PF_Pixel{5, 6, 7, 8}, 0, 0), {5, 6, 7, 8});
   }
 }
@@ -306,7 +334,7 @@ TEST_F(Banner, IsAbsentWhenItsRectangleIsEmptyOrReversed) {
 TEST_F(Banner, FindsItsPlaceInTheLargestRectangle) {
   const int least = std::numeric_limits<int>::min();
   const int most = std::numeric_limits<int>::max();
-  correction.banner = {least, least, most, most};
+  correction.banner = placeBanner({least, least, most, most});
   for (const auto& [x, y] : {std::pair{least, least}, {most - 1, most - 1}, {0, 0}, {12345, -99}}) {
     const long long extent = 4294967295LL;
     const auto row = static_cast<int>(200 * (y - static_cast<long long>(least)) / extent);
