@@ -60,8 +60,11 @@ media::ConstArgbView viewOf(const host::Image& image) {
   return view;
 }
 
-ClipSource::ClipSource(const ClipOptions& clip, int threads)
-    : reader_(clip.path, clip.read), layer_(layerOf(reader_.info())), pool_(threads) {}
+ClipSource::ClipSource(const ClipOptions& clip, int threads, std::uint64_t memory)
+    : reader_(clip.path, clip.read),
+      layer_(layerOf(reader_.info())),
+      cache_(memory),
+      pool_(threads) {}
 
 ClipSource::~ClipSource() = default;
 
@@ -71,58 +74,67 @@ void ClipSource::endReading() {
   latest_.reset();
 }
 
-void ClipSource::lend(std::int64_t frame, const media::Picture& picture, const LevelArea& area) {
-  const std::lock_guard lock(lentMutex_);
-  lent_[frame] = Lent{picture, area, {}};
-}
-
-std::optional<double> ClipSource::takeBack(std::int64_t frame) {
-  const std::lock_guard lock(lentMutex_);
-  const auto found = lent_.find(frame);
-  if (found == lent_.end()) return {};
-  const std::optional<double> level = found->second.level;
-  lent_.erase(found);
-  return level;
-}
-
-media::Picture ClipSource::sequential(std::int64_t frame) {
-  if (latest_ && latest_->index() == frame) return *latest_;
-  if (!queue_ || (latest_ && latest_->index() > frame)) {
+media::Picture ClipSource::decode(std::int64_t frame) {
+  // A frame shortly ahead is soonest reached by reading on.
+  const bool reachable = queue_ && frame >= nextInQueue_ &&
+                         frame - nextInQueue_ < static_cast<std::int64_t>(PictureQueue::kAhead);
+  if (!reachable) {
     queue_.reset();
     queue_ = std::make_unique<PictureQueue>(reader_, frame, layer_.frameCount - 1);
+    nextInQueue_ = frame;
   }
-  do {
-    latest_ = queue_->pop();
-    if (!latest_) {
+  while (true) {
+    std::optional<media::Picture> picture = queue_->pop();
+    if (!picture) {
       queue_.reset();
       throw ClipBreaksOff(reader_.position());
     }
-  } while (latest_->index() < frame);
+    nextInQueue_ = picture->index() + 1;
+    cache_.offer(*picture);
+    if (picture->index() >= frame) return *picture;
+  }
+}
+
+media::Picture ClipSource::picture(std::int64_t frame) {
+  if (const auto found = cache_.find(frame)) return *found;
+  const std::lock_guard lock(readMutex_);
+  if (const auto found = cache_.find(frame)) return *found;  // decoded while waiting
+  if (!latest_ || latest_->index() != frame) latest_ = decode(frame);
   return *latest_;
+}
+
+ClipSource::Lent* ClipSource::lentFor(std::int64_t frame) {
+  const std::lock_guard lock(lentMutex_);
+  const auto found = lent_.find({std::this_thread::get_id(), frame});
+  return found == lent_.end() ? nullptr : &found->second;
 }
 
 void ClipSource::read(std::int32_t frame, host::Image& image) {
   const media::ArgbView view = viewOf(image);
-  media::Picture picture;
-  LevelArea area;
-  {
-    const std::lock_guard lock(lentMutex_);
-    const auto found = lent_.find(frame);
-    if (found != lent_.end()) {
-      picture = found->second.picture;
-      area = found->second.area;
-    }
-  }
-  if (picture) {
-    media::toArgb(picture, view);
-    const double level = frameLevel(view, area);
-    const std::lock_guard lock(lentMutex_);
-    if (const auto found = lent_.find(frame); found != lent_.end()) found->second.level = level;
+  if (Lent* const lent = lentFor(frame)) {
+    media::toArgb(lent->picture, view);
+    lent->level = frameLevel(view, lent->area);
     return;
   }
-  const std::lock_guard lock(readMutex_);
-  media::toArgb(sequential(frame), view,
+  media::toArgb(picture(frame), view,
                 [this](int jobs, const std::function<void(int)>& job) { pool_.run(jobs, job); });
+}
+
+PictureLoan::PictureLoan(ClipSource& source, std::int64_t frame, const media::Picture& picture,
+                         const LevelArea& area)
+    : source_(source), key_(std::this_thread::get_id(), frame) {
+  const std::lock_guard lock(source_.lentMutex_);
+  source_.lent_.insert_or_assign(key_, ClipSource::Lent{picture, area, {}});
+}
+
+PictureLoan::~PictureLoan() {
+  const std::lock_guard lock(source_.lentMutex_);
+  source_.lent_.erase(key_);
+}
+
+std::optional<double> PictureLoan::level() const {
+  const std::lock_guard lock(source_.lentMutex_);
+  return source_.lent_.at(key_).level;
 }
 
 }  // namespace cli

@@ -34,7 +34,8 @@ ClipFingerprint fingerprintOf(ClipSource& source) {
   view.height = clip.height;
   const auto frames = framesLookedAt(clip.frameCount);
   for (std::size_t i = 0; i < frames.size(); ++i) {
-    media::toArgb(source.reader().frameAt(frames[i]), view);
+    const auto kept = source.kept(frames[i]);
+    media::toArgb(kept ? *kept : source.reader().frameAt(frames[i]), view);
     print.pixels[i] = crc32(pixels);
   }
   source.reader().seek(0);

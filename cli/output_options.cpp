@@ -13,6 +13,7 @@
 #include <numeric>
 
 #include "cli/error.h"
+#include "cli/memory_size.h"
 
 namespace cli {
 namespace {
@@ -139,6 +140,21 @@ void addGeneralOptions(CLI::App& command, WorkOptions& work, ConsoleOptions& con
                   "Frames rendered at once, 1 to 64; the result is the same. Default: one a core.")
       ->check(CLI::Range(1, 64))
       ->type_name("N")
+      ->group(kGeneralGroup);
+  command
+      .add_option_function<std::string>(
+          "--memory",
+          [&work](const std::string& text) {
+            work.memory = parseMemorySize(text);
+            if (!work.memory) {
+              throw CLI::ValidationError(
+                  "--memory", fmt::format("'{}' is no size such as 2G, 512M or 0.", text));
+            }
+          },
+          "Memory for decoded frames, such as 2G or 512M, so that a clip that fits is decoded "
+          "once; "
+          "0 keeps none. Default: a quarter of the machine's memory.")
+      ->type_name("SIZE")
       ->group(kGeneralGroup);
   command
       .add_option("--effect", work.effect,

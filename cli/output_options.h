@@ -29,7 +29,8 @@ void addOutputOptions(CLI::App& command, OutputOptions& options);
 /// "Reading": --fps, --start-number of image sequences.
 void addReadOptions(CLI::App& command, media::ReadOptions& options);
 
-/// "General": --force (where there is an output), --threads, --effect, --progress, --quiet.
+/// "General": --force (where there is an output), --threads, --memory, --effect, --progress,
+/// --quiet.
 void addForceOption(CLI::App& command, bool& force);
 void addGeneralOptions(CLI::App& command, WorkOptions& work, ConsoleOptions& console);
 

@@ -18,8 +18,10 @@ namespace cli {
 /// not be used by others until the queue is gone.
 class PictureQueue {
  public:
+  static constexpr std::size_t kAhead = 4;
+
   PictureQueue(media::ClipReader& reader, std::int64_t first, std::int64_t last,
-               std::size_t ahead = 4);
+               std::size_t ahead = kAhead);
   ~PictureQueue();
   PictureQueue(const PictureQueue&) = delete;
   PictureQueue& operator=(const PictureQueue&) = delete;

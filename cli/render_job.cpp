@@ -68,7 +68,7 @@ RenderReport writeFrames(media::ClipWriter& writer, Workbench& bench, const Rend
   report.first = plan.first;
   Progress& progress = console.progress();
   progress.begin(std::string(phase), plan.last - plan.first + 1);
-  renderFrames(bench.instance(), bench.source(), plan, [&](RenderedFrame& frame) {
+  renderFrames(bench.source(), plan, [&](RenderedFrame& frame) {
     writer.write(frame.picture);
     frame.picture = {};
     report.input.push_back(frame.inputLevel);
@@ -126,9 +126,12 @@ RenderReport renderTo(Output& output, Workbench& bench, const OutputOptions& opt
   plan.first = frames.first;
   plan.last = frames.last;
   plan.depth = depth;
-  plan.path = choosePath(clippingActs(settings, depth, console), role);
+  plan.parts = {{&bench.instance(), choosePath(clippingActs(settings, depth, console), role)}};
   plan.workers = workers;
-  plan.leaveAlone = withoutLevel(bench.levels());
+  plan.route = [alone = withoutLevel(bench.levels())](std::int64_t frame) {
+    if (alone[static_cast<std::size_t>(frame)]) return FrameRoute{};
+    return FrameRoute{0, static_cast<std::int32_t>(frame), {}};
+  };
   plan.area = areaOf(settings);
 
   RenderReport report = writeFrames(output.writer(), bench, plan, "Rendering", console);
@@ -138,7 +141,7 @@ RenderReport renderTo(Output& output, Workbench& bench, const OutputOptions& opt
           "Smoothing would make this clip flicker more ({}); its pictures are left as they are.",
           flickerChange(report)));
       output.restart();
-      plan.leaveAlone.assign(plan.leaveAlone.size(), true);
+      plan.route = [](std::int64_t) { return FrameRoute{}; };
       report = writeFrames(output.writer(), bench, plan, "Copying", console);
     } else {
       console.warn(

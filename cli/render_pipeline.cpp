@@ -4,34 +4,80 @@
 #include <condition_variable>
 #include <deque>
 #include <exception>
+#include <map>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <thread>
 #include <utility>
 
 #include "cli/interrupt.h"
-#include "cli/picture_queue.h"
 #include "media/pixel_conversion.h"
 
 namespace cli {
 namespace {
 
+// One instance's render copies, as many as there are workers.
+struct Copies {
+  std::vector<host::RenderCopy> all;
+  std::vector<host::RenderCopy*> idle;
+  int tasks = 0;  // that are under way; of the calling thread
+};
+
 struct Task {
   media::Picture original;
+  FrameRoute route;
+  Copies* copies = nullptr;  // null: the effect is not asked
   RenderedFrame result;
   std::exception_ptr error;
   bool done = false;
 };
 
+// The copies of the instances that have frames under way. Making and dropping a copy sends commands
+// to the instance, so all of it happens on the calling thread.
+class CopyStore {
+ public:
+  explicit CopyStore(const RenderPlan& plan) : plan_(plan) {}
+
+  Copies& take(std::size_t part) {
+    if (current_ != part) {
+      const std::size_t before = std::exchange(current_, part);
+      dropIfIdle(before);
+    }
+    std::unique_ptr<Copies>& copies = copies_[part];
+    if (!copies) {
+      auto made = std::make_unique<Copies>();
+      const RenderPart& wanted = plan_.parts[part];
+      for (int i = 0; i < plan_.workers; ++i) {
+        made->all.push_back(wanted.instance->renderCopy(wanted.path));
+      }
+      for (host::RenderCopy& copy : made->all) made->idle.push_back(&copy);
+      copies = std::move(made);
+    }
+    ++copies->tasks;
+    return *copies;
+  }
+
+  void giveBack(std::size_t part) {
+    --copies_.at(part)->tasks;
+    if (part != current_) dropIfIdle(part);
+  }
+
+ private:
+  void dropIfIdle(std::size_t part) {
+    const auto found = copies_.find(part);
+    if (found != copies_.end() && found->second->tasks == 0) copies_.erase(found);
+  }
+
+  const RenderPlan& plan_;
+  std::map<std::size_t, std::unique_ptr<Copies>> copies_;
+  std::size_t current_ = static_cast<std::size_t>(-1);
+};
+
 class Workers {
  public:
-  Workers(host::Instance& instance, ClipSource& source, const RenderPlan& plan)
-      : source_(source), plan_(plan) {
-    // All copies are made before any works: making one sends commands to the instance.
-    for (int i = 0; i < plan.workers; ++i) copies_.push_back(instance.renderCopy(plan.path));
+  Workers(ClipSource& source, const RenderPlan& plan) : source_(source), plan_(plan) {
     try {
-      for (host::RenderCopy& copy : copies_) threads_.emplace_back([this, &copy] { work(copy); });
+      for (int i = 0; i < plan.workers; ++i) threads_.emplace_back([this] { work(); });
     } catch (...) {
       stop();
       throw;
@@ -41,17 +87,17 @@ class Workers {
   Workers(const Workers&) = delete;
   Workers& operator=(const Workers&) = delete;
 
-  void submit(std::shared_ptr<Task> task) {
+  void submit(Task& task) {
     {
       const std::lock_guard lock(mutex_);
-      waiting_.push_back(std::move(task));
+      waiting_.push_back(&task);
     }
-    changed_.notify_all();
+    submitted_.notify_one();
   }
 
   RenderedFrame& await(Task& task) {
     std::unique_lock lock(mutex_);
-    changed_.wait(lock, [&] { return task.done; });
+    finished_.wait(lock, [&] { return task.done; });
     if (task.error) std::rethrow_exception(task.error);
     return task.result;
   }
@@ -62,100 +108,112 @@ class Workers {
       const std::lock_guard lock(mutex_);
       stop_ = true;
     }
-    changed_.notify_all();
+    submitted_.notify_all();
     for (std::thread& thread : threads_) thread.join();
     threads_.clear();
   }
 
-  void work(host::RenderCopy& copy) {
+  void work() {
     host::Image input;
     host::Image output;
     std::unique_lock lock(mutex_);
     while (true) {
-      changed_.wait(lock, [this] { return stop_ || !waiting_.empty(); });
+      submitted_.wait(lock, [this] { return stop_ || !waiting_.empty(); });
       if (stop_) return;
-      const std::shared_ptr<Task> task = std::move(waiting_.front());
+      Task& task = *waiting_.front();
       waiting_.pop_front();
+      host::RenderCopy* copy = nullptr;
+      if (task.copies != nullptr) {
+        copy = task.copies->idle.back();
+        task.copies->idle.pop_back();
+      }
       lock.unlock();
       try {
-        process(*task, copy, input, output);
+        if (copy != nullptr) {
+          render(task, *copy, output);
+        } else {
+          leaveAlone(task, input);
+        }
       } catch (...) {
-        task->error = std::current_exception();
+        task.error = std::current_exception();
       }
       lock.lock();
-      task->done = true;
-      changed_.notify_all();
+      if (copy != nullptr) task.copies->idle.push_back(copy);
+      task.done = true;
+      finished_.notify_one();
     }
   }
 
-  void process(Task& task, host::RenderCopy& copy, host::Image& input, host::Image& output) {
+  void leaveAlone(Task& task, host::Image& input) {
+    if (input.empty()) {
+      input = host::Image(source_.info().width, source_.info().height, plan_.depth);
+    }
     RenderedFrame& result = task.result;
-    const auto frame = result.frame;
-    if (plan_.leaveAlone[static_cast<std::size_t>(frame)]) {
-      if (input.empty())
-        input = host::Image(source_.info().width, source_.info().height, plan_.depth);
-      media::toArgb(task.original, viewOf(input));
-      result.inputLevel = result.outputLevel = frameLevel(viewOf(input), plan_.area);
-      result.untouched = true;
-      result.picture = task.original;
-      return;
-    }
-    source_.lend(frame, task.original, plan_.area);
-    std::optional<double> level;
-    try {
-      copy.render(static_cast<std::int32_t>(frame), plan_.depth, output);
-      level = source_.takeBack(frame);
-    } catch (...) {
-      source_.takeBack(frame);
-      throw;
-    }
+    media::toArgb(task.original, viewOf(input));
+    result.inputLevel = result.outputLevel = frameLevel(viewOf(input), plan_.area);
+    result.untouched = true;
+    result.picture = task.original;
+  }
+
+  void render(Task& task, host::RenderCopy& copy, host::Image& output) {
+    RenderedFrame& result = task.result;
+    const PictureLoan loan(source_, task.route.readAs.value_or(result.frame), task.original,
+                           plan_.area);
+    copy.render(task.route.layerFrame, plan_.depth, output);
     const media::ConstArgbView pixels = viewOf(std::as_const(output));
     result.outputLevel = frameLevel(pixels, plan_.area);
-    result.inputLevel = level.value_or(result.outputLevel);
+    result.inputLevel = loan.level().value_or(result.outputLevel);
     result.untouched = media::isUnchanged(pixels, task.original);
     result.picture = result.untouched ? task.original : media::fromArgb(pixels, task.original);
   }
 
   ClipSource& source_;
   const RenderPlan& plan_;
-  std::vector<host::RenderCopy> copies_;
   std::mutex mutex_;
-  std::condition_variable changed_;
-  std::deque<std::shared_ptr<Task>> waiting_;
+  std::condition_variable submitted_;
+  std::condition_variable finished_;
+  std::deque<Task*> waiting_;
   bool stop_ = false;
   std::vector<std::thread> threads_;
 };
 
 }  // namespace
 
-std::int64_t renderFrames(host::Instance& instance, ClipSource& source, const RenderPlan& plan,
+std::int64_t renderFrames(ClipSource& source, const RenderPlan& plan,
                           const std::function<void(RenderedFrame&)>& take) {
-  source.endReading();
-  Workers workers(instance, source, plan);
-  PictureQueue pictures(source.reader(), plan.first, plan.last);
-  std::deque<std::shared_ptr<Task>> inOrder;
+  CopyStore copies(plan);
+  std::deque<Task> inOrder;  // a deque's elements stay where they are
+  Workers workers(source, plan);
   const auto most = static_cast<std::size_t>(2 * plan.workers + 2);
+  std::int64_t next = plan.first;
+  std::int64_t last = plan.last;
   std::int64_t handed = 0;
-  bool ended = false;
   while (true) {
-    while (!ended && inOrder.size() < most) {
-      std::optional<media::Picture> picture = pictures.pop();
-      if (!picture) {
-        ended = true;
+    for (; next <= last && inOrder.size() < most; ++next) {
+      media::Picture picture;
+      try {
+        picture = source.picture(next);
+      } catch (const ClipBreaksOff&) {
+        last = next - 1;
         break;
       }
-      auto task = std::make_shared<Task>();
-      task->result.frame = picture->index();
-      task->original = std::move(*picture);
-      inOrder.push_back(task);
-      workers.submit(std::move(task));
+      Task& task = inOrder.emplace_back();
+      task.original = std::move(picture);
+      task.result.frame = next;
+      task.route = plan.route(next);
+      if (task.route.part) task.copies = &copies.take(*task.route.part);
+      workers.submit(task);
     }
-    if (inOrder.empty()) return handed;
+    if (inOrder.empty()) break;
     throwIfInterrupted();
-    take(workers.await(*inOrder.front()));
+    Task& task = inOrder.front();
+    take(workers.await(task));
+    if (task.route.part) copies.giveBack(*task.route.part);
     inOrder.pop_front();
     ++handed;
   }
+  source.endReading();
+  return handed;
 }
 
 }  // namespace cli

@@ -9,6 +9,7 @@
 #include "cli/effect_location.h"
 #include "cli/error.h"
 #include "cli/interrupt.h"
+#include "cli/memory_size.h"
 #include "host/error.h"
 #include "host/listener.h"
 
@@ -59,9 +60,13 @@ int workerCount(const WorkOptions& options) {
   return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
 
+std::uint64_t pictureMemory(const WorkOptions& options) {
+  return options.memory.value_or(machineMemory() / 4);
+}
+
 Workbench::Workbench(const ClipOptions& clip, const WorkOptions& work, Console& console)
     : console_(console),
-      source_(clip, workerCount(work)),
+      source_(clip, workerCount(work), pictureMemory(work)),
       announcer_(std::make_unique<Announcer>(console, work.role)),
       module_(findEffect(work.effect)),
       host_(work.role, apiVersion(work.role), hostOptions()) {

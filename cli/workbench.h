@@ -18,12 +18,16 @@ namespace cli {
 
 /// How the work is done, not what comes out.
 struct WorkOptions {
-  std::string effect;                          ///< path of the effect library; empty: found
-  int threads = 0;                             ///< frames rendered at once; 0: one a core
+  std::string effect;                   ///< path of the effect library; empty: found
+  int threads = 0;                      ///< frames rendered at once; 0: one a core
+  std::optional<std::uint64_t> memory;  ///< bytes of decoded pictures to keep; unset: a quarter
   host::Role role = host::Role::afterEffects;  ///< the application that the effect finds itself in
 };
 
 int workerCount(const WorkOptions& options);
+
+/// Bytes of decoded pictures to keep: as asked, or a quarter of the machine's memory.
+std::uint64_t pictureMemory(const WorkOptions& options);
 
 /// One clip, one instance of the effect on it.
 class Workbench {

@@ -19,6 +19,11 @@ WorkerPool::~WorkerPool() {
 }
 
 void WorkerPool::run(int jobs, const std::function<void(int)>& job) {
+  const std::unique_lock first(callers_, std::try_to_lock);
+  if (!first) {
+    for (int i = 0; i < jobs; ++i) job(i);
+    return;
+  }
   std::unique_lock lock(mutex_);
   job_ = &job;
   next_ = 0;

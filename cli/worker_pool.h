@@ -10,7 +10,8 @@
 
 namespace cli {
 
-/// run() works in the calling thread and in `threads` - 1 others.
+/// run() works in the calling thread and in `threads` - 1 others, or in the calling thread alone
+/// while the others work for somebody else.
 class WorkerPool {
  public:
   explicit WorkerPool(int threads);
@@ -19,13 +20,14 @@ class WorkerPool {
   WorkerPool& operator=(const WorkerPool&) = delete;
 
   /// job(0) ... job(jobs - 1), in any order, returning when all are done; rethrows the first
-  /// failure. One caller at a time.
+  /// failure. Any thread.
   void run(int jobs, const std::function<void(int)>& job);
 
  private:
   void help();
   void takeJobs(std::unique_lock<std::mutex>& lock);
 
+  std::mutex callers_;
   std::mutex mutex_;
   std::condition_variable changed_;
   const std::function<void(int)>* job_ = nullptr;

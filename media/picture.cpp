@@ -86,6 +86,15 @@ std::int64_t Picture::duration() const noexcept {
   return frame_ ? std::max<std::int64_t>(1, frame_->pkt_duration) : 1;
 }
 
+std::size_t Picture::bytes() const noexcept {
+  std::size_t sum = 0;
+  if (!frame_) return sum;
+  for (const AVBufferRef* buffer : frame_->buf) {
+    if (buffer != nullptr) sum += buffer->size;
+  }
+  return sum;
+}
+
 Depth Picture::workingDepth() const noexcept {
   if (!frame_ || !hasPixelLayout(static_cast<AVPixelFormat>(frame_->format))) return Depth::eight;
   return pixelLayout(static_cast<AVPixelFormat>(frame_->format)).workingDepth();

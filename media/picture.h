@@ -1,6 +1,7 @@
 // media/picture.h — one decoded frame, shared and never changed once made.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -37,6 +38,9 @@ class Picture {
   bool isSubstitute() const noexcept { return substitute_; }
 
   const AVFrame* frame() const noexcept { return frame_.get(); }
+
+  /// Bytes of pixel memory that this picture keeps alive.
+  std::size_t bytes() const noexcept;
 
   /// The ARGB depth that loses least: 8-bit formats eight, 9 to 16 sixteen, float floating.
   Depth workingDepth() const noexcept;
