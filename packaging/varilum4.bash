@@ -7,13 +7,13 @@ _varilum4() {
         return
     fi
     case ${COMP_WORDS[1]} in
-        deflicker) options='--adjust-clipping --codec --correction-method --crf --deflicker-method --depth --dont-deflicker --effect --encoder-option --favor-brighter --force --fps --help --host-role --luminance --no-audio --no-favor-brighter --pixel-format --plot --preset --progress --quality --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
-        analyze) options='--adjust-clipping --correction-method --deflicker-method --dont-deflicker --effect --favor-brighter --force --fps --help --host-role --luminance --no-favor-brighter --output --progress --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
-        render) options='--adjust-clipping --codec --correction-method --crf --deflicker-method --depth --dont-deflicker --effect --encoder-option --favor-brighter --force --fps --frames --help --host-role --input --luminance --no-audio --no-favor-brighter --pixel-format --preset --progress --quality --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
-        info) options='--effect --force --fps --help --json --plot --progress --quiet --start-number --threads' ;;
-        panel) options='--adjust-clipping --all-frames --blue --correction-method --deflicker-method --dont-deflicker --effect --favor-brighter --font-size --force --frame --green --help --input --luminance --no-favor-brighter --output --progress --quiet --red --scale --shift-spread --smoothing-frames --speed --subrect --threads --width --zoom' ;;
-        session) options='--effect --help --progress --quiet --threads' ;;
-        demo) options='--effect --force --help --progress --quiet --threads' ;;
+        deflicker) options='--adjust-clipping --codec --correction-method --crf --deflicker-method --depth --dont-deflicker --effect --encoder-option --favor-brighter --force --fps --help --host-role --luminance --memory --no-audio --no-favor-brighter --pixel-format --plot --preset --progress --quality --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
+        analyze) options='--adjust-clipping --correction-method --deflicker-method --dont-deflicker --effect --favor-brighter --force --fps --help --host-role --luminance --memory --no-favor-brighter --output --progress --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
+        render) options='--adjust-clipping --codec --correction-method --crf --deflicker-method --depth --dont-deflicker --effect --encoder-option --favor-brighter --force --fps --frames --help --host-role --input --luminance --memory --no-audio --no-favor-brighter --pixel-format --preset --progress --quality --quiet --shift-spread --smoothing-frames --speed --start-number --subrect --threads' ;;
+        info) options='--effect --force --fps --help --json --memory --plot --progress --quiet --start-number --threads' ;;
+        panel) options='--adjust-clipping --all-frames --blue --correction-method --deflicker-method --dont-deflicker --effect --favor-brighter --font-size --force --frame --green --help --input --luminance --memory --no-favor-brighter --output --progress --quiet --red --scale --shift-spread --smoothing-frames --speed --subrect --threads --width --zoom' ;;
+        session) options='--effect --help --memory --progress --quiet --threads' ;;
+        demo) options='--effect --force --help --memory --progress --quiet --threads' ;;
     esac
     case $word in
         -*) mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word") ;;
