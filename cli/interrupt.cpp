@@ -17,11 +17,23 @@ extern "C" void onStop(int signal) {
   std::signal(signal, SIG_DFL);
 }
 
+// Nobody reads any more; each further line that is printed says so again.
+extern "C" void onNoReader(int) {
+  stopAsked.store(true, std::memory_order_relaxed);
+}
+
+// What was ignored from the start (nohup, jobs in the background) stays ignored.
+void catchUnlessIgnored(int number, void (*handler)(int)) noexcept {
+  if (std::signal(number, handler) == SIG_IGN) std::signal(number, SIG_IGN);
+}
+
 }  // namespace
 
 void catchInterrupts() noexcept {
-  std::signal(SIGINT, onStop);
-  std::signal(SIGTERM, onStop);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) catchUnlessIgnored(number, onStop);
+  catchUnlessIgnored(SIGPIPE, onNoReader);
+  // A file beyond the size limit is an error of the write, which says so and tidies up.
+  std::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool interrupted() noexcept {

@@ -3,7 +3,8 @@
 
 namespace cli {
 
-/// Makes SIGINT and SIGTERM set the flag below. A second one ends the program at once.
+/// Makes SIGINT, SIGTERM and SIGHUP set the flag below; a second one ends the program at once.
+/// SIGPIPE sets it too.
 void catchInterrupts() noexcept;
 
 /// True once a stop was asked for. Any thread.

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <span>
 
+#include "media/pending_file.h"
+
 namespace cli {
 
 /// Throws Failure when `path` is there and `force` is off, or when its folder is missing or may not
@@ -15,23 +17,20 @@ void requireWritable(const std::filesystem::path& path, bool force);
 /// the destructor removes what was written.
 class OutputFile {
  public:
+  /// Throws Failure as requireWritable() does, and media::Error when no file can be made there.
   OutputFile(std::filesystem::path path, bool force);
-  ~OutputFile();
-  OutputFile(const OutputFile&) = delete;
-  OutputFile& operator=(const OutputFile&) = delete;
 
-  const std::filesystem::path& temporary() const noexcept { return temporary_; }
+  const std::filesystem::path& temporary() const noexcept { return file_.temporary(); }
 
-  /// Adds to the end of the temporary file. Throws Failure, naming the final file.
+  /// Adds to the end of the temporary file. Throws media::Error, naming the final file.
   void write(std::span<const std::byte> bytes);
-  /// Throws Failure; then nothing is left over.
+  /// Throws Failure or media::Error; then nothing is left over.
   void commit();
 
  private:
   std::filesystem::path path_;
-  std::filesystem::path temporary_;
   bool force_;
-  int descriptor_ = -1;
+  media::PendingFile file_;
 };
 
 }  // namespace cli

@@ -3,12 +3,13 @@
 
 #include <fmt/format.h>
 #include <pango/pangocairo.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <numbers>
 #include <stdexcept>
 #include <system_error>
+
+#include "cli/output_file.h"
 
 namespace cli {
 namespace {
@@ -39,24 +40,6 @@ Layout makeLayout(cairo_t* context, const std::string& text, const TextStyle& st
   pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
   return layout;
 }
-
-/// Removes the half-made file unless told that it has its final name.
-class PartialFile {
- public:
-  explicit PartialFile(fs::path path) : path_(std::move(path)) {}
-  ~PartialFile() {
-    std::error_code ignored;
-    if (!path_.empty()) fs::remove(path_, ignored);
-  }
-  PartialFile(const PartialFile&) = delete;
-  PartialFile& operator=(const PartialFile&) = delete;
-
-  const fs::path& path() const noexcept { return path_; }
-  void keep() noexcept { path_.clear(); }
-
- private:
-  fs::path path_;
-};
 
 }  // namespace
 
@@ -157,19 +140,15 @@ void PlotCanvas::save(const fs::path& path) {
         fmt::format("Cannot write the plot \"{}\": {}. Choose another place or free some room.",
                     path.string(), why));
   };
-  PartialFile partial{path.parent_path() /
-                      fmt::format(".{}.part-{}", path.filename().string(), ::getpid())};
+  OutputFile file(path, true);
   errno = 0;
   const cairo_status_t status =
-      cairo_surface_write_to_png(surface_.get(), partial.path().string().c_str());
+      cairo_surface_write_to_png(surface_.get(), file.temporary().c_str());
   if (status != CAIRO_STATUS_SUCCESS) {
     const bool fromSystem = status == CAIRO_STATUS_WRITE_ERROR && errno != 0;
     complain(fromSystem ? std::generic_category().message(errno) : cairo_status_to_string(status));
   }
-  std::error_code error;
-  fs::rename(partial.path(), path, error);
-  if (error) complain(error.message());
-  partial.keep();
+  file.commit();
 }
 
 }  // namespace cli

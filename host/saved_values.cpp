@@ -2,6 +2,7 @@
 #include "host/saved_values.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "host/effect_state.h"
 #include "host/error.h"
@@ -68,6 +69,7 @@ void loadOne(SequenceCopy& copy, const SavedParameter& saved) {
   }
   Track track;
   track.constant = saved.constant;
+  std::optional<std::int32_t> previous;
   for (const SavedKeyframe& kept : saved.keys) {
     Value value{kept.value, kept.y, {}, kept.z, kept.w};
     if (saved.type == PF_Param_ARBITRARY_DATA) {
@@ -76,6 +78,10 @@ void loadOne(SequenceCopy& copy, const SavedParameter& saved) {
         throw Error("The value of \"" + saved.name + "\" is damaged.");
       }
     }
+    if (!saved.constant && previous && kept.frame <= *previous) {
+      throw Error("The keyframes of \"" + saved.name + "\" are out of order.");
+    }
+    previous = kept.frame;
     const std::int32_t time = saved.constant ? 0 : copy.frameTime(kept.frame);
     track.keys.push_back({time, copy.params.clamped(index, std::move(value))});
     if (saved.constant) break;

@@ -1,6 +1,8 @@
 // host/sequence_copy.cpp — one live copy of an effect's sequence data.
 #include "host/sequence_copy.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "host/effect_state.h"
@@ -52,7 +54,9 @@ LayerChoice SequenceCopy::layerChoice(std::int32_t index) const noexcept {
 }
 
 std::int32_t SequenceCopy::frameTime(std::int32_t frame) const noexcept {
-  return frame * layer.info().timeStep;
+  const std::int64_t time = std::int64_t{frame} * layer.info().timeStep;
+  using Limits = std::numeric_limits<std::int32_t>;
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(time, Limits::min(), Limits::max()));
 }
 
 void SequenceCopy::setUp() {

@@ -60,6 +60,7 @@ ContainerOutput::ContainerOutput(const std::string& path, const ClipInfo& format
     : file_((containerFor(path), path), options.overwrite),
       sourceTimeBase_{format.timeBase.num, format.timeBase.den},
       range_(range) {
+  file_.removeRemains();
   AVFormatContext* raw = nullptr;
   const int code =
       avformat_alloc_output_context2(&raw, &containerFor(path), nullptr, file_.temporary().c_str());

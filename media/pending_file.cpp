@@ -5,12 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
 #include "media/error.h"
+#include "media/remains.h"
 
 namespace media {
 namespace {
@@ -27,15 +27,6 @@ fs::path throughLinks(const fs::path& path) {
   if (!fs::is_symlink(path, status)) return path;
   const fs::path target = fs::canonical(path, status);
   return status ? path : target;
-}
-
-fs::path temporaryName(const fs::path& path) {
-  static std::atomic<int> serial{0};
-  std::string name = ".";
-  name += path.stem().string();
-  name += ".part-" + std::to_string(getpid()) + "-" + std::to_string(serial++);
-  name += path.extension().string();
-  return folderOf(path) / name;
 }
 
 }  // namespace
@@ -95,10 +86,18 @@ void moveIntoPlace(const fs::path& from, const fs::path& to, bool overwrite) {
 }
 
 PendingFile::PendingFile(const fs::path& path, bool overwrite)
-    : path_(throughLinks(path)), temporary_(temporaryName(path_)), overwrite_(overwrite) {
+    : path_(throughLinks(path)), overwrite_(overwrite) {
   requireWritable(path_, overwrite);
-  descriptor_ = open(temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-  if (descriptor_ >= 0) return;
+  do {
+    temporary_ = folderOf(path_) / temporaryName(path_.stem().string(), path_.extension().string());
+    descriptor_ = open(temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor_ >= 0) {
+      if (markInUse(descriptor_)) return;
+      close(descriptor_);
+      errno = EEXIST;
+    }
+    // A killed run of the same process number may have left this name; the next is another.
+  } while (errno == EEXIST);
   const int code = errno;
   if (code == ENOSPC || code == EDQUOT) throwWriteError(path_, code);
   throw Error(Problem::unwritable, "The folder " + folderOf(path_).string() +
@@ -108,6 +107,10 @@ PendingFile::PendingFile(const fs::path& path, bool overwrite)
 PendingFile::~PendingFile() {
   if (descriptor_ >= 0) close(descriptor_);
   if (!temporary_.empty()) unlink(temporary_.c_str());
+}
+
+void PendingFile::removeRemains() const {
+  media::removeRemains(folderOf(path_), path_.stem().string());
 }
 
 bool PendingFile::write(const std::uint8_t* data, std::size_t size) noexcept {
@@ -135,7 +138,7 @@ std::int64_t PendingFile::size() const noexcept {
 }
 
 void PendingFile::commit() {
-  if (error_ == 0 && fsync(descriptor_) != 0) error_ = errno;
+  if (error_ == 0 && fsync(descriptor_) != 0 && errno != EINVAL) error_ = errno;
   const int closed = close(descriptor_);
   descriptor_ = -1;
   if (error_ == 0 && closed != 0) error_ = errno;

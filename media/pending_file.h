@@ -21,7 +21,8 @@ void requireWritable(const std::filesystem::path& path, bool overwrite);
 void moveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& to,
                    bool overwrite);
 
-/// Opened as ".<name>.part-<pid>.<ext>" beside `path`; removed again unless commit() succeeds.
+/// Opened as ".<name>.part-<pid>-<serial>.<ext>" beside `path`; removed again unless commit()
+/// succeeds.
 class PendingFile {
  public:
   /// Throws as requireWritable() does, before anything is made.
@@ -30,6 +31,8 @@ class PendingFile {
   PendingFile(const PendingFile&) = delete;
   PendingFile& operator=(const PendingFile&) = delete;
 
+  /// Removes what killed runs of the same path have left.
+  void removeRemains() const;
   /// False after a failure, which errorCode() then tells; all later writes fail too.
   bool write(const std::uint8_t* data, std::size_t size) noexcept;
   /// As lseek; negative after a failure.

@@ -1,13 +1,16 @@
 // media/sequence_output.cpp — a clip written as numbered pictures.
 #include "media/sequence_output.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "media/error.h"
 #include "media/pending_file.h"
+#include "media/remains.h"
 #include "media/stream_info.h"
 
 extern "C" {
@@ -33,20 +36,26 @@ void requireNoneThere(const fs::path& folder, const NumberPattern& pattern) {
 
 }  // namespace
 
-TemporaryFolder::TemporaryFolder(const fs::path& beside, const std::string& name)
-    : path_(beside / ("." + name + "part-" + std::to_string(getpid()))) {
-  std::error_code status;
-  if (!fs::create_directory(path_, status)) {
-    const std::string why = status ? status.message() : "it holds the remains of another run";
-    path_.clear();
-    throw Error(Problem::unwritable,
-                "The folder " + beside.string() + " may not be written to: " + why + ".");
+TemporaryFolder::TemporaryFolder(const fs::path& beside, const std::string& name) {
+  removeRemains(beside, name);
+  for (;;) {
+    path_ = beside / temporaryName(name, "");
+    std::error_code status;
+    if (fs::create_directory(path_, status)) {
+      descriptor_ = open(path_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+      if (descriptor_ < 0 || markInUse(descriptor_)) return;
+      close(std::exchange(descriptor_, -1));
+    } else if (status) {
+      throw Error(Problem::unwritable, "The folder " + beside.string() +
+                                           " may not be written to: " + status.message() + ".");
+    }
   }
 }
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
-  if (!path_.empty()) fs::remove_all(path_, ignored);
+  fs::remove_all(path_, ignored);
+  if (descriptor_ >= 0) close(descriptor_);
 }
 
 SequenceOutput::SequenceOutput(const std::string& path, const ClipInfo& format, int firstNumber,

@@ -24,6 +24,7 @@ class TemporaryFolder {
 
  private:
   std::filesystem::path path_;
+  int descriptor_ = -1;
 };
 
 class SequenceOutput : public ClipOutput {

@@ -1,4 +1,7 @@
 // tests/host/rendering_test.cpp — frames on their way through an effect, and around its mistakes.
+#include <algorithm>
+#include <limits>
+
 #include "hostapi/smart_render.h"
 #include "tests/host/test_effect_fixture.h"
 
@@ -282,6 +285,30 @@ TEST_F(TestEffect, savedValuesComeBackByTheirIds) {
   EXPECT_EQ(opened.param(kSpot).point().x, -3.5);
   EXPECT_EQ(opened.param(kSpot).point().y, 100.25);
   EXPECT_EQ(opened.param(kMode).value(), 2.0);
+}
+
+TEST_F(TestEffect, savedKeyframesThatCannotBeAreRefusedOrHeldBack) {
+  host::Effect effect(ae, module);
+  host::SavedInstance saved;
+  {
+    host::Instance instance(effect, source);
+    instance.param("Amount").setAt(1, 5.25);
+    instance.param("Amount").setAt(3, 9.0);
+    saved = instance.save();
+  }
+  const auto amount =
+      std::ranges::find_if(saved.parameters, [](const auto& p) { return p.name == "Amount"; });
+  ASSERT_NE(amount, saved.parameters.end());
+  // Times count in 32 bits: a frame far beyond the layer is held at their end.
+  amount->keys[1].frame = std::numeric_limits<std::int32_t>::max();
+  host::Instance opened = host::Instance::open(effect, source, saved);
+  EXPECT_EQ(opened.param("Amount").keyframeCount(), 2u);
+  EXPECT_EQ(opened.param("Amount").value(1), 5.25);
+  EXPECT_NEAR(opened.param("Amount").value(9), 5.25, 1e-3);
+  for (const std::int32_t second : {1, 0}) {
+    amount->keys[1].frame = second;
+    EXPECT_THROW(host::Instance::open(effect, source, saved), host::Error) << second;
+  }
 }
 
 }  // namespace

@@ -1,0 +1,71 @@
+// media/remains.cpp — temporary files of killed runs, told from those in use.
+#include "media/remains.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <string_view>
+
+namespace media {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kMark = ".part-";
+
+bool isRemainsName(std::string_view name, const std::string& stem) {
+  if (name.empty() || name.front() != '.') return false;
+  name.remove_prefix(1);
+  if (!name.starts_with(stem)) return false;
+  name.remove_prefix(stem.size());
+  if (!name.starts_with(kMark)) return false;
+  name.remove_prefix(kMark.size());
+  const auto digits = [&name] {
+    const auto count = std::min(name.find_first_not_of("0123456789"), name.size());
+    name.remove_prefix(count);
+    return count > 0;
+  };
+  if (!digits() || !name.starts_with('-')) return false;
+  name.remove_prefix(1);
+  return digits() && (name.empty() || name.front() == '.');
+}
+
+// Only what this process could lock is nobody's.
+bool isAbandoned(const fs::path& path) noexcept {
+  const int descriptor = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) return false;
+  const bool abandoned = flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+  close(descriptor);
+  return abandoned;
+}
+
+}  // namespace
+
+bool markInUse(int descriptor) noexcept {
+  flock(descriptor, LOCK_EX | LOCK_NB);
+  struct stat status = {};
+  return fstat(descriptor, &status) != 0 || status.st_nlink > 0;
+}
+
+void removeRemains(const fs::path& folder, const std::string& stem) {
+  std::error_code ignored;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
+    if (!isRemainsName(entry.path().filename().string(), stem)) continue;
+    std::error_code error;
+    if (isAbandoned(entry.path())) fs::remove_all(entry.path(), error);
+  }
+}
+
+std::string temporaryName(const std::string& stem, const std::string& extension) {
+  static std::atomic<int> serial{0};
+  std::string name = "." + stem;
+  name += kMark;
+  name += std::to_string(getpid()) + "-" + std::to_string(serial++) + extension;
+  return name;
+}
+
+}  // namespace media

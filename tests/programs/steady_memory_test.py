@@ -1,0 +1,41 @@
+"""Memory does not grow with the length of the clip."""
+import os
+import unittest
+
+from clips import write_clip
+from program_case import PROGRAM, ProgramCase
+
+SHORT, LONG = 1000, 10_000
+WIDTH, HEIGHT = 64, 48
+# Kept of each frame: the analysis (208 bytes), its levels and its place in the file, each in a few
+# copies while copies of the instance are made. A picture of this size is 4600 bytes in the clip and
+# 12 kB in the effect.
+BYTES_A_FRAME = 2000
+
+
+class SteadyMemory(ProgramCase):
+    def peak(self, *arguments):
+        """Most memory that the program held at once, in bytes."""
+        child = os.fork()
+        if child == 0:
+            quiet = os.open(os.devnull, os.O_WRONLY)
+            os.dup2(quiet, 1)
+            os.execv(PROGRAM, [PROGRAM, *arguments])
+        _, status, usage = os.wait4(child, 0)
+        self.assertEqual(os.waitstatus_to_exitcode(status), 0, arguments)
+        return usage.ru_maxrss * 1024
+
+    def test_long_clips_take_no_more_than_short_ones(self):
+        peaks = []
+        for frames in (SHORT, LONG):
+            clip = self.path(f"in{frames}.y4m")
+            write_clip(clip, WIDTH, HEIGHT, frames)
+            peaks.append(self.peak("deflicker", clip, self.path(f"out{frames}.nut"), "--codec",
+                                   "rawvideo", "--threads", "2", "--quiet"))
+        print(f"peak memory: {peaks[0] / 1e6:.1f} MB for {SHORT} frames, "
+              f"{peaks[1] / 1e6:.1f} MB for {LONG}", flush=True)
+        self.assertLess(peaks[1] - peaks[0], (LONG - SHORT) * BYTES_A_FRAME)
+
+
+if __name__ == "__main__":
+    unittest.main()
