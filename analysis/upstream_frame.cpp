@@ -29,11 +29,12 @@ std::int32_t UpstreamFrame::request(PF_InData& in, PF_EventExtra& event,
                                     std::int32_t pluginId) noexcept {
   PF_AsyncManagerP manager = nullptr;
   std::int32_t error = customUi_->PF_GetContextAsyncManager(&in, &event, &manager);
-  if (error != 0) return error;
+  // What comes back empty without an error is not ready yet.
+  if (error != 0 || manager == nullptr) return error;
   error = interface_->AEGP_GetNewEffectForEffect(pluginId, in.effect_ref, &effect_);
-  if (error != 0) return error;
+  if (error != 0 || effect_ == nullptr) return error;
   error = optionsSuite_->AEGP_NewFromUpstreamOfEffect(pluginId, effect_, &options_);
-  if (error != 0) return error;
+  if (error != 0 || options_ == nullptr) return error;
   error = managers_->AEGP_CheckoutOrRender_LayerFrame_AsyncManager(manager, kPurpose, options_,
                                                                    &receipt_);
   if (error != 0 || receipt_ == nullptr) return error;

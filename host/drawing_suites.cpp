@@ -62,7 +62,7 @@ template <class Ref>
 std::int32_t partOfDrawing(DRAWBOT_DrawRef drawing, Ref* part, DrawingName PanelState::*which) {
   if (part == nullptr) return kSPBadParameterError;
   *part = nullptr;
-  if (const std::int32_t error = planned(CallKind::drawingReference)) return error;
+  if (const std::int32_t error = planned(CallKind::drawingReference)) return refusal(error);
   const PanelState* panel = panelOf(nameOf(drawing), &PanelState::drawing);
   if (panel == nullptr) return broken("this is no drawing reference of the event under way");
   *part = reinterpret_cast<Ref>(panel->*which);

@@ -46,6 +46,15 @@ enum class CallKind : std::uint8_t {
   count_
 };
 
+// An error to arm with: the call succeeds, and what it should have given is missing. For calls that
+// give something: addresses are null, records empty, values 0.
+inline constexpr std::int32_t kGivesNothing = std::numeric_limits<std::int32_t>::min();
+
+// What a callback that leaves its answer empty returns for an error of Faults::check().
+constexpr std::int32_t refusal(std::int32_t error) noexcept {
+  return error == kGivesNothing ? 0 : error;
+}
+
 // A plan of refusals, read by every callback. With no plan, a call costs one relaxed load.
 // Counters run from arm() on, until disarm(); thread-safe. To count without refusing, arm with an n
 // that is never reached.

@@ -29,6 +29,15 @@ void checkoutLayer(Command& command, PF_ParamDef& record, Checkout& checkout, Mo
   record.u.ld = checkout.frame->world;
 }
 
+// What is still read from the record should be seen to be missing.
+void withholdValue(PF_ParamDef& record) noexcept {
+  if (record.param_type == PF_Param_LAYER) {
+    record.u.ld.data = nullptr;
+  } else if (record.param_type == PF_Param_ARBITRARY_DATA) {
+    record.u.arb_d.value = nullptr;
+  }
+}
+
 std::int32_t checkoutParam(PF_ProgPtr ref, std::int32_t index, std::int32_t time, std::int32_t,
                            std::uint32_t scale, PF_ParamDef* record) {
   Command* command = commandOf(ref, "checkout_param");
@@ -37,7 +46,8 @@ std::int32_t checkoutParam(PF_ProgPtr ref, std::int32_t index, std::int32_t time
   const bool pixels =
       command->copy != nullptr && command->copy->layerChoice(index) == LayerChoice::own;
   const CallKind kind = pixels ? CallKind::checkoutLayer : CallKind::checkoutParam;
-  if (const std::int32_t error = state.faults.check(kind)) return error;
+  const std::int32_t planned = state.faults.check(kind);
+  if (refusal(planned) != 0) return planned;
   if (command->copy == nullptr || scale == 0) {
     state.report("checkout_param: not in this command, or without a time scale");
     return PF_Err_BAD_CALLBACK_PARAM;
@@ -64,6 +74,7 @@ std::int32_t checkoutParam(PF_ProgPtr ref, std::int32_t index, std::int32_t time
       command->checkouts.push_back(std::move(checkout));
     }
     *record = filled;
+    if (planned == kGivesNothing) withholdValue(*record);
     (pixels ? state.accounts.layerCheckouts : state.accounts.paramCheckouts).fetch_add(1);
     return PF_Err_NONE;
   } catch (...) {
@@ -91,13 +102,9 @@ std::int32_t checkinParam(PF_ProgPtr ref, PF_ParamDef* record) {
   }
   (checkout.frame ? state.accounts.layerCheckouts : state.accounts.paramCheckouts).fetch_sub(1);
   if (checkout.frame) command->copy->frames.giveBack(state, std::move(checkout.frame));
-  // The record is dead now; what is still read from it should be seen to be wrong.
+  // The record is dead now.
   record->unused = 0;
-  if (record->param_type == PF_Param_LAYER) {
-    record->u.ld.data = nullptr;
-  } else if (record->param_type == PF_Param_ARBITRARY_DATA) {
-    record->u.arb_d.value = nullptr;
-  }
+  withholdValue(*record);
   // Even a refused check-in has to be survived without a leak: what was lent is back.
   return state.faults.check(CallKind::checkinParam);
 }

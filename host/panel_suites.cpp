@@ -12,7 +12,8 @@ std::int32_t drawingReference(PF_Context** context, DRAWBOT_DrawRef* drawing) {
   HostState* host = currentHost();
   if (host == nullptr || drawing == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
   *drawing = nullptr;
-  if (const std::int32_t error = host->faults.check(CallKind::drawingReference)) return error;
+  if (const std::int32_t error = host->faults.check(CallKind::drawingReference))
+    return refusal(error);
   PanelState* panel = currentPanel();
   if (panel == nullptr || panel->context.handle() != context) {
     host->report("PF_GetDrawingReference: this is not the context of the event under way");
@@ -32,7 +33,7 @@ std::int32_t asyncManager(PF_InData* in, PF_EventExtra* extra, PF_AsyncManagerP*
     return PF_Err_BAD_CALLBACK_PARAM;
   }
   *manager = nullptr;
-  if (const std::int32_t error = host->faults.check(CallKind::asyncManager)) return error;
+  if (const std::int32_t error = host->faults.check(CallKind::asyncManager)) return refusal(error);
   PanelState* panel = currentPanel();
   if (panel == nullptr || panel->context.handle() != extra->contextH) {
     host->report("PF_GetContextAsyncManager: this is not the event under way");

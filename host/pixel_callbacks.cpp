@@ -138,11 +138,13 @@ std::int32_t pixelData16(PF_EffectWorld* world, PF_Pixel* pixels, PF_Pixel16** a
 }
 
 std::int32_t formatOfWorld(const PF_EffectWorld* world, std::int32_t* format) {
-  HostState* host = currentHost();
-  if (host != nullptr) {
-    if (const std::int32_t error = host->faults.check(CallKind::getPixelFormat)) return error;
-  }
   if (world == nullptr || format == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
+  if (HostState* host = currentHost()) {
+    if (const std::int32_t error = host->faults.check(CallKind::getPixelFormat)) {
+      *format = PF_PixelFormat_INVALID;
+      return refusal(error);
+    }
+  }
   *format = pixelFormat(depthOf(*world));
   return PF_Err_NONE;
 }

@@ -90,7 +90,10 @@ std::int32_t checkoutPixels(PF_ProgPtr ref, std::int32_t id, PF_EffectWorld** wo
   if (command == nullptr || world == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
   HostState& state = command->effect.state;
   *world = nullptr;
-  if (const std::int32_t error = state.faults.check(CallKind::checkoutPixels)) return error;
+  if (const std::int32_t error = state.faults.check(CallKind::checkoutPixels)) {
+    command->smart->inputTaken |= error == kGivesNothing;
+    return refusal(error);
+  }
   const auto found = command->smart->layers.find(id);
   if (found == command->smart->layers.end() || found->second.taken) {
     state.report("checkout_layer_pixels: not asked for in the pre-render, or taken already");
@@ -137,7 +140,8 @@ std::int32_t checkoutOutput(PF_ProgPtr ref, PF_EffectWorld** world) {
   if (command == nullptr || world == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
   HostState& state = command->effect.state;
   *world = nullptr;
-  if (const std::int32_t error = state.faults.check(CallKind::checkoutOutput)) return error;
+  if (const std::int32_t error = state.faults.check(CallKind::checkoutOutput))
+    return refusal(error);
   if (!command->smart->inputTaken && !command->smart->layers.empty()) {
     state.report("checkout_output: only after an input");
     return PF_Err_BAD_CALLBACK_PARAM;

@@ -103,7 +103,7 @@ std::int32_t acquire(const char* name, std::int32_t version, const void** table)
   *table = nullptr;
   HostState* host = currentHost();
   if (host == nullptr) return kSPSuiteNotFoundError;
-  if (const std::int32_t error = host->faults.check(CallKind::acquireSuite)) return error;
+  if (const std::int32_t error = host->faults.check(CallKind::acquireSuite)) return refusal(error);
   const int suite = findSuite(host->role, name, version);
   if (suite < 0 || withheld(*host, name)) {
     try {

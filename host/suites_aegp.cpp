@@ -37,7 +37,7 @@ std::int32_t executeScript(std::int32_t, const char* script, std::uint8_t, AEGP_
   if (host == nullptr || script == nullptr) return kAegpErrorParameter;
   if (result != nullptr) *result = nullptr;
   if (error != nullptr) *error = nullptr;
-  if (const std::int32_t refused = host->faults.check(CallKind::script)) return refused;
+  if (const std::int32_t refused = host->faults.check(CallKind::script)) return refusal(refused);
   if (script == kVersionScript) {
     return result == nullptr ? PF_Err_NONE
                              : createAegpText(*host, host->options.appVersion, result);

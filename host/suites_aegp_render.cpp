@@ -44,7 +44,7 @@ std::int32_t attempt(Action action) noexcept {
 std::int32_t newEffectForEffect(std::int32_t plugin, PF_ProgPtr ref, AEGP_EffectRefH* effect) {
   if (effect == nullptr) return kAegpErrorParameter;
   *effect = nullptr;
-  if (const std::int32_t error = planned(CallKind::newEffectRef)) return error;
+  if (const std::int32_t error = planned(CallKind::newEffectRef)) return refusal(error);
   PanelState* panel = currentPanel();
   if (panel == nullptr || panel->drawing == 0) {
     wrong("AEGP_GetNewEffectForEffect: not in this command");
@@ -72,7 +72,7 @@ std::int32_t newFromUpstream(std::int32_t, AEGP_EffectRefH effect,
                              AEGP_LayerRenderOptionsH* options) {
   if (options == nullptr) return kAegpErrorParameter;
   *options = nullptr;
-  if (const std::int32_t error = planned(CallKind::renderOptions)) return error;
+  if (const std::int32_t error = planned(CallKind::renderOptions)) return refusal(error);
   PanelState* panel = currentPanel();
   if (panel == nullptr || !panel->frames.hasEffect(nameOf(effect))) {
     return wrong("AEGP_NewFromUpstreamOfEffect: this is no effect reference");
@@ -96,7 +96,7 @@ std::int32_t checkoutOrRender(PF_AsyncManagerP manager, std::uint32_t purpose,
                               AEGP_LayerRenderOptionsH options, AEGP_FrameReceiptH* receipt) {
   if (receipt == nullptr) return kAegpErrorParameter;
   *receipt = nullptr;
-  if (const std::int32_t error = planned(CallKind::asyncFrame)) return error;
+  if (const std::int32_t error = planned(CallKind::asyncFrame)) return refusal(error);
   PanelState* panel = currentPanel();
   const Moment* moment = panel != nullptr ? panel->frames.options(nameOf(options)) : nullptr;
   if (moment == nullptr || panel->frames.manager() != nameOf(manager)) {
@@ -111,7 +111,8 @@ std::int32_t checkoutOrRender(PF_AsyncManagerP manager, std::uint32_t purpose,
 
 std::int32_t receiptWorld(AEGP_FrameReceiptH receipt, AEGP_WorldH* world) {
   if (world == nullptr) return kAegpErrorParameter;
-  if (const std::int32_t error = planned(CallKind::receiptWorld)) return error;
+  *world = nullptr;
+  if (const std::int32_t error = planned(CallKind::receiptWorld)) return refusal(error);
   const PanelState* panel = currentPanel();
   if (panel == nullptr || !panel->frames.hasReceipt(nameOf(receipt))) {
     return wrong("AEGP_GetReceiptWorld: this is no receipt");
@@ -130,7 +131,10 @@ std::int32_t checkinFrame(AEGP_FrameReceiptH receipt) {
 
 std::int32_t fillOutWorld(AEGP_WorldH world, PF_EffectWorld* record) {
   if (record == nullptr) return kAegpErrorParameter;
-  if (const std::int32_t error = planned(CallKind::fillWorld)) return error;
+  if (const std::int32_t error = planned(CallKind::fillWorld)) {
+    *record = {};
+    return refusal(error);
+  }
   const PanelState* panel = currentPanel();
   const PF_EffectWorld* filled = panel != nullptr ? panel->frames.world(nameOf(world)) : nullptr;
   if (filled == nullptr) return wrong("AEGP_FillOutPFEffectWorld: this is no world of a receipt");

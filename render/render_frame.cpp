@@ -110,8 +110,10 @@ std::int32_t renderFrame(PF_InData& in, PF_OutData& out, PF_ParamDef** params,
     result = copyInput(in, input, *output);
   } else if (const PF_Rect clipped = clippedArea(area, input, *output); !isEmpty(clipped)) {
     FrameCorrection correction = correctionOf(*state, dontDeflicker);
-    const bool deep =
-        global && global->isAfterEffects != 0 && state->inputDeep != 0 && state->outputDeep != 0;
+    // Without the global data the host still tells what it is: an 8-bit kernel would spoil 16 bits.
+    const bool isAfterEffects =
+        global ? global->isAfterEffects != 0 : in.appl_id == kAfterEffectsApplication;
+    const bool deep = isAfterEffects && state->inputDeep != 0 && state->outputDeep != 0;
     result = deep ? in.utils->iterate16(&in, 0, area.height, &input, &clipped, &correction,
                                         pixelKernel16(correction), output)
                   : in.utils->iterate(&in, 0, area.height, &input, &clipped, &correction,

@@ -57,10 +57,14 @@ bool countAnalyzedFrames(const PF_InData& in, SequenceState& state) noexcept {
 
 std::int32_t resyncFrameCount(const PF_InData& in, SequenceState& state) noexcept {
   const std::int32_t frames = layerFrameCount(in.total_time, in.time_step);
-  if (frames == state.frameCount) return 0;
+  const bool changed = frames != state.frameCount;
+  // Arrays that memory was short for are asked for again, without a word: it was reported then.
+  const bool missing = state.frameCount > 0 && state.levelArrayBytes == 0;
+  if (!changed && !missing) return 0;
   const std::int32_t error = resizeFrameArrays(in, state, frames, false);
+  if (error != 0) disposeArrays(in, state);
   invalidateAll(in, state);
-  return error;
+  return changed ? error : 0;
 }
 
 }  // namespace varilum

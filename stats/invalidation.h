@@ -18,7 +18,8 @@ void invalidateDesired(const PF_InData& in, SequenceState& state) noexcept;
 bool countAnalyzedFrames(const PF_InData& in, SequenceState& state) noexcept;
 
 // Brings the arrays to the layer's present number of frames, dropping the analysis when that
-// changed. Returns PF_Err_OUT_OF_MEMORY when the new arrays cannot be had.
+// changed. Returns PF_Err_OUT_OF_MEMORY when the new arrays cannot be had; they are asked for again
+// at the next call, which then counts as success either way.
 std::int32_t resyncFrameCount(const PF_InData& in, SequenceState& state) noexcept;
 
 }  // namespace varilum

@@ -1,6 +1,7 @@
 // ui/painter.cpp — drawing on the host's surface; the first failure ends it.
 #include "ui/painter.h"
 
+#include "hostapi/commands.h"
 #include "ui/panel_text.h"
 
 namespace varilum {
@@ -9,6 +10,8 @@ Painter::Painter(const DrawbotSuites& suites, DRAWBOT_DrawRef reference) noexcep
     : suites_(suites) {
   note(suites_.draw->GetSupplier(reference, &supplier_));
   if (!failed()) note(suites_.draw->GetSurface(reference, &surface_));
+  // Success without a place to draw on is none.
+  if (!failed() && (supplier_ == nullptr || surface_ == nullptr)) note(PF_Err_BAD_CALLBACK_PARAM);
 }
 
 float Painter::defaultFontSize() noexcept {

@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "host/error.h"
-#include "tests/effect/recording_listener.h"
 #include "tests/effect/reference_model.h"
 #include "tests/effect/test_footage.h"
+#include "tests/host/recording_listener.h"
 
 namespace effect_test {
 namespace {
@@ -96,7 +96,7 @@ TEST(Analyze, CancelKeepsWhatWasDoneAndComputesTargets) {
   TestFootage footage = flickeringFootage(80, 64, 10, Depth::bits8);
   Visit visit;
   RecordingListener listener;
-  listener.stopAfter = 4;
+  listener.stopAtStep = 4;
   visit.host().setListener(&listener);
   {
     Instance fx{visit.effect(), footage};
@@ -113,7 +113,7 @@ TEST(Analyze, CancelKeepsWhatWasDoneAndComputesTargets) {
     EXPECT_EQ(statusText(saved), "4 of 10 frames analyzed");
 
     // A second run starts from nothing and completes.
-    listener.stopAfter = -1;
+    listener.stopAtStep = RecordingListener::kNeverStop;
     fx.press("Analyze");
     EXPECT_EQ(savedData(fx).byteAt(kAnalysisComplete), 1);
   }

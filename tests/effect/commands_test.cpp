@@ -5,8 +5,8 @@
 
 #include "host/error.h"
 #include "hostapi/command_data.h"
-#include "tests/effect/recording_listener.h"
 #include "tests/effect/test_footage.h"
+#include "tests/host/recording_listener.h"
 
 namespace effect_test {
 namespace {

@@ -1,10 +1,10 @@
 // tests/effect/lifecycle_test.cpp — saving, opening and duplicating instances; layers that change.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstring>
 #include <limits>
 
+#include "tests/effect/saved_images.h"
 #include "tests/effect/test_footage.h"
 
 namespace effect_test {
@@ -14,12 +14,6 @@ using host::Depth;
 using host::Image;
 using host::Instance;
 using host::SavedInstance;
-
-template <typename T>
-void put(std::vector<std::byte>& bytes, std::size_t offset, T value) {
-  ASSERT_LE(offset + sizeof value, bytes.size());
-  std::memcpy(bytes.data() + offset, &value, sizeof value);
-}
 
 std::vector<std::byte> pixelsOf(const Image& image) {
   std::vector<std::byte> bytes;
@@ -120,46 +114,6 @@ TEST(Open, KeepsTheSavedLengthUntilAClassicRenderSeesTheLayer) {
     const bool inBand = y >= (70 - 11) / 2 && y < (70 - 11) / 2 + 11;
     EXPECT_EQ(std::memcmp(in.row(y), out.row(y), 90 * 4) == 0, !inBand) << "row " << y;
   }
-}
-
-// An image of the format before this one, as it was written then.
-std::vector<std::byte> image13(std::int32_t frames) {
-  const auto n = static_cast<std::size_t>(frames);
-  std::vector<std::byte> bytes(1068 + 4428 * n);
-  put(bytes, 8, std::int32_t{13});
-  put(bytes, 12, 7.5f);
-  put(bytes, 16, 6.5f);
-  put(bytes, 21, std::uint8_t{1});
-  put(bytes, 22, std::uint8_t{3});
-  put(bytes, 24, 0.75f);
-  put(bytes, 28, std::int32_t{2});
-  put(bytes, 41, std::uint8_t{1});
-  put(bytes, 43, std::uint8_t{1});
-  put(bytes, 48, 0.0);
-  put(bytes, 56, 111.0);
-  put(bytes, 64, 112.0);
-  put(bytes, 72, 1.25);
-  for (std::size_t i = 0; i < n; ++i) {
-    put(bytes, 1068 + 8 * i, 100.0 + double(i));
-    put(bytes, 1068 + 8 * (n + i), 10.0 + double(i));
-    put(bytes, 1068 + 8 * (2 * n + i), 103.0);
-    put(bytes, 1068 + 8 * (3 * n + i), 12.0);
-    const std::size_t entry = 1068 + 32 * n + 4396 * i;
-    put(bytes, entry + 4 * 100, std::uint32_t{5000});  // luminance bin 100
-    put(bytes, entry + 1024, std::int32_t{5000});      // pixel count
-    put(bytes, entry + 1028, std::int32_t{5000});
-    put(bytes, entry + 1032, std::int32_t{500000});
-    put(bytes, entry + 1036, std::int32_t{6300});
-    put(bytes, entry + 1040, 100.0 + double(i));
-    put(bytes, entry + 1048 + 4 * 90, std::uint32_t{5000});  // red bin 90
-    put(bytes, entry + 4120, std::int32_t{5000});
-    put(bytes, entry + 4128, 10.0 + double(i));
-    put(bytes, entry + 4136, std::uint8_t{1});
-    put(bytes, entry + 4137, std::uint8_t{1});
-    const std::array<std::int32_t, 8> geometry{1, 0, 0, 0, 90, 70, 90, 70};
-    put(bytes, entry + 4160, geometry);
-  }
-  return bytes;
 }
 
 TEST(Open, ReadsThePreviousFormat) {

@@ -5,9 +5,9 @@
 #include <thread>
 
 #include "host/error.h"
-#include "tests/effect/recording_listener.h"
 #include "tests/effect/reference_model.h"
 #include "tests/effect/test_footage.h"
+#include "tests/host/recording_listener.h"
 
 namespace effect_test {
 namespace {
@@ -95,7 +95,7 @@ TEST(Premiere, AnalyzesOnAThreadOfItsOwnBehindADialog) {
   steps.insert(steps.end(), 2, {100, 100});
   EXPECT_EQ(listener.statusLines, lines);
   EXPECT_EQ(listener.steps, steps);
-  EXPECT_TRUE(listener.protocol().empty());
+  EXPECT_EQ(listener.complaints(), "");
 }
 
 TEST(Premiere, KeepsTheFramesAnalyzedBeforeACancel) {
@@ -105,7 +105,7 @@ TEST(Premiere, KeepsTheFramesAnalyzedBeforeACancel) {
   visit.host().setListener(&listener);
   {
     Instance fx{visit.effect(), footage};
-    listener.stopAfter = 7;  // the text of the third frame
+    listener.stopAtStep = 7;  // the text of the third frame
     EXPECT_THROW(fx.press("Analyze"), host::Cancelled);
     const SavedData saved = savedData(fx);
     for (std::int32_t i = 0; i < kFrames; ++i) EXPECT_EQ(saved.analyzed(i), i < 3) << i;

@@ -4,14 +4,12 @@
 #include <cmath>
 
 #include "host/effect.h"
-#include "host/error.h"
 #include "host/panel.h"
 #include "tests/host/flicker_source.h"
 #include "tests/host/recording_listener.h"
 
 namespace {
 
-using host::CallKind;
 using testing::Contains;
 using testing::Not;
 
@@ -148,49 +146,6 @@ TEST_P(RealPanel, TheHandleSetsWholeLevelsAndLeavesHostAndEffectAgreed) {
   const double level = std::stod(instance.param("Luminance").text());
   EXPECT_EQ(level, std::floor(level));
   EXPECT_NEAR(level, 127.5, 8.0);
-}
-
-TEST_P(RealPanel, EveryRefusalOfADrawIsSurvivedAndLeavesNothing) {
-  FlickerSource source(6);
-  host::Effect effect(ae, module);
-  host::Instance instance(effect, source);
-  if (analyzes()) instance.press("Analyze");
-  host::Panel panel(instance, look());
-  panel.drawUntilReady();
-  const std::string whole = panel.shown().describe();
-  const host::Outstanding before = ae.outstanding();
-  for (const CallKind kind : {CallKind::acquireSuite, CallKind::drawingReference,
-                              CallKind::fontSize, CallKind::newDrawingObject, CallKind::pathCall,
-                              CallKind::drawCall, CallKind::backgroundColour, CallKind::newHandle,
-                              CallKind::lockHandle, CallKind::checkoutParam, CallKind::asyncManager,
-                              CallKind::newEffectRef, CallKind::renderOptions, CallKind::asyncFrame,
-                              CallKind::receiptWorld, CallKind::fillWorld}) {
-    SCOPED_TRACE(static_cast<int>(kind));
-    ae.faults().resetCounts();
-    ae.faults().arm(kind, 1U << 30, 0);
-    panel.drawUntilReady();
-    const std::uint64_t calls = ae.faults().calls(kind);
-    ae.faults().disarm();
-    // Long drawings: every call at the beginning, then in growing steps.
-    for (std::uint64_t n = 1; n <= calls; n += 1 + n / 16) {
-      SCOPED_TRACE(n);
-      ae.faults().arm(kind, n, kind == CallKind::newHandle ? 0 : 516);
-      try {
-        panel.draw();
-      } catch (const host::CommandError&) {
-        // Refusals may end the draw; they may also be got over.
-      }
-      ae.faults().disarm();
-      ASSERT_EQ(ae.outstanding(), before) << ae.outstanding().describe();
-    }
-  }
-  panel.drawUntilReady();
-  EXPECT_EQ(panel.shown().describe(), whole);
-  // Without memory there is no copy of the Luminance value to hand over, which the host notes.
-  for (const std::string& text : listener.texts(host::MessageKind::protocol)) {
-    EXPECT_THAT(text, testing::HasSubstr("could not make an arbitrary value"));
-  }
-  listener.forget();
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -34,6 +34,21 @@ class RecordingListener : public host::Listener {
     infoLines.emplace_back(std::string(first), std::string(second));
   }
 
+  void status(std::string_view title, std::string_view text) override {
+    const std::lock_guard guard(mutex_);
+    statusLines.emplace_back(std::string(title), std::string(text));
+  }
+
+  // Messages for the user, in order.
+  std::vector<Message> shown() const {
+    const std::lock_guard guard(mutex_);
+    std::vector<Message> found;
+    for (const Message& m : messages_) {
+      if (m.kind != host::MessageKind::protocol) found.push_back(m);
+    }
+    return found;
+  }
+
   std::vector<std::string> texts(host::MessageKind kind) const {
     const std::lock_guard guard(mutex_);
     std::vector<std::string> found;
@@ -57,7 +72,9 @@ class RecordingListener : public host::Listener {
 
   std::vector<std::pair<std::int32_t, std::int32_t>> steps;
   std::vector<std::pair<std::string, std::string>> infoLines;
-  std::int32_t stopAtStep = std::numeric_limits<std::int32_t>::max();  // 1-based
+  std::vector<std::pair<std::string, std::string>> statusLines;
+  static constexpr std::int32_t kNeverStop = std::numeric_limits<std::int32_t>::max();
+  std::int32_t stopAtStep = kNeverStop;  // 1-based
 
  private:
   mutable std::mutex mutex_;
