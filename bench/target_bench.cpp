@@ -34,19 +34,24 @@ class FixedParameters : public TargetParameters {
   std::int32_t reach_;
 };
 
+// Means of frames have single precision, unless bright pixels weigh more.
+enum class Means { plain, favorBrighter };
+
 struct Arrays {
-  Arrays() : luminance(kFrames), spread(kFrames), desired(kFrames), desiredSpread(kFrames) {
+  explicit Arrays(Means means = Means::plain)
+      : luminance(kFrames), spread(kFrames), desired(kFrames), desiredSpread(kFrames) {
     for (std::size_t i = 0; i < kFrames; ++i) {
       const auto t = static_cast<double>(i);
       luminance[i] = i % 97 == 0 ? -1.0 : 120.0 + 20.0 * std::sin(t * 0.9) + std::sin(t * 0.01);
+      if (means == Means::plain) luminance[i] = static_cast<float>(luminance[i]);
       spread[i] = 30.0 + 5.0 * std::sin(t * 1.3);
     }
   }
   std::vector<double> luminance, spread, desired, desiredSpread;
 };
 
-void targets(benchmark::State& state, bool keyframes) {
-  Arrays arrays;
+void targets(benchmark::State& state, bool keyframes, Means means) {
+  Arrays arrays(means);
   FixedParameters parameters(static_cast<std::int32_t>(state.range(0)));
   TargetParameters* asked = &parameters;
   benchmark::DoNotOptimize(asked);
@@ -59,10 +64,13 @@ void targets(benchmark::State& state, bool keyframes) {
 }
 
 void smoothing(benchmark::State& state) {
-  targets(state, false);
+  targets(state, false, Means::plain);
+}
+void smoothingFavorBrighter(benchmark::State& state) {
+  targets(state, false, Means::favorBrighter);
 }
 void keyframes(benchmark::State& state) {
-  targets(state, true);
+  targets(state, true, Means::plain);
 }
 
 void windowSums(benchmark::State& state) {
@@ -89,6 +97,11 @@ BENCHMARK(smoothing)
     ->Arg(5)
     ->Arg(60)
     ->Arg(1000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(smoothingFavorBrighter)
+    ->Name("targets/smoothing_favor_brighter")
+    ->Arg(5)
+    ->Arg(60)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(keyframes)->Name("targets/keyframes")->Arg(0)->Unit(benchmark::kMillisecond);
 
