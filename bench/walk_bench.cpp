@@ -1,18 +1,23 @@
-// bench/walk_bench.cpp — the walk over a full-HD frame, with a memory copy and bare counting as
-// floors. Counter `ratio`: time in copies of the same frames, measured in the same process.
+// bench/walk_bench.cpp — the walk over a full-HD frame against its floors, run by turns with them:
+// a memory copy of the frame, and for wide steps a bare reading of the same pixels. Counter
+// `ratio`: time in floors.
 //
 // hot: the same frame again and again, which a large cache holds; ring: each time another of
 // several frames that no cache holds together, as when a clip is analysed. Copies always go to one
 // frame.
 #include <benchmark/benchmark.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
-#include <ctime>
-#include <limits>
 #include <string>
 #include <vector>
 
+#if defined(VARILUM_WITH_OPENCV)
+#include <opencv2/imgproc.hpp>
+#endif
+
+#include "bench/against_floor.h"
 #include "bench/bench_picture.h"
 #include "stats/compute_frame_stats.h"
 #include "stats/luminance.h"
@@ -20,11 +25,6 @@
 
 namespace varilum::bench {
 namespace {
-
-// Processor time, so that a busy machine does not tilt the ratios.
-double cpuSeconds() {
-  return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
-}
 
 enum class Cache { hot, ring };
 
@@ -37,7 +37,7 @@ class Frames {
  public:
   Frames(PixelDepth depth, Content content, Cache cache) {
     const BenchPicture picture = makePicture(depth, content);
-    const std::size_t count = cache == Cache::hot ? 1 : kRingBytes / picture.bytes.size() + 1;
+    const std::size_t count = cache == Cache::hot ? 1 : ringBytes() / picture.bytes.size() + 1;
     for (std::size_t i = 0; i < count; ++i) {
       frames_.push_back(picture);
       frames_.back().pixels.data = frames_.back().bytes.data();
@@ -50,7 +50,12 @@ class Frames {
   }
 
  private:
-  static constexpr std::size_t kRingBytes = std::size_t{128} << 20;
+  // Half as much again as the largest cache holds.
+  static std::size_t ringBytes() {
+    const long cache = sysconf(_SC_LEVEL3_CACHE_SIZE);
+    const std::size_t bytes = cache > 0 ? static_cast<std::size_t>(cache) / 2 * 3 : 0;
+    return std::clamp(bytes, std::size_t{128} << 20, std::size_t{768} << 20);
+  }
 
   std::vector<BenchPicture> frames_;
   std::size_t at_ = 0;
@@ -62,41 +67,49 @@ void copyFrame(const BenchPicture& picture, std::vector<std::byte>& target) {
   benchmark::ClobberMemory();
 }
 
-// The best of several means, taken just before the measurement it belongs to.
-double copySeconds(Frames& frames) {
-  std::vector<std::byte> target(frames.next().bytes.size());
-  copyFrame(frames.next(), target);
-  double best = std::numeric_limits<double>::max();
-  for (int round = 0; round < 8; ++round) {
-    const double start = cpuSeconds();
-    for (int i = 0; i < 16; ++i) copyFrame(frames.next(), target);
-    best = std::min(best, (cpuSeconds() - start) / 16);
-  }
-  return best;
-}
-
 template <class Body>
 void measure(benchmark::State& state, Frames& frames, Body body) {
-  const double floor = copySeconds(frames);
-  const double start = cpuSeconds();
-  for (auto _ : state) body(frames.next());
-  const double each = (cpuSeconds() - start) / static_cast<double>(state.iterations());
-  state.counters["ratio"] = each / floor;
-  state.counters["copy_us"] = floor * 1e6;
+  std::vector<std::byte> target(frames.next().bytes.size());
+  againstFloor(
+      state, [&] { copyFrame(frames.next(), target); }, [&] { body(frames.next()); });
+}
+
+void walkFrame(const BenchPicture& picture, std::int32_t step) {
+  FrameStats stats;
+  FrameHistogram histogram;
+  resetFrameStats(stats);
+  Rect rect{0, 0, kWidth, kHeight};
+  computeFrameStats(stats, histogram, picture.pixels, rect, 0, false, step);
+  benchmark::DoNotOptimize(stats);
+  benchmark::DoNotOptimize(histogram);
 }
 
 void walk(benchmark::State& state, PixelDepth depth, Content content, Cache cache,
           std::int32_t step) {
   Frames frames(depth, content, cache);
-  measure(state, frames, [&](const BenchPicture& picture) {
-    FrameStats stats;
-    FrameHistogram histogram;
-    resetFrameStats(stats);
-    Rect rect{0, 0, kWidth, kHeight};
-    computeFrameStats(stats, histogram, picture.pixels, rect, 0, false, step);
-    benchmark::DoNotOptimize(stats);
-    benchmark::DoNotOptimize(histogram);
-  });
+  measure(state, frames, [step](const BenchPicture& picture) { walkFrame(picture, step); });
+}
+
+// One number of each sampled pixel: the memory lines that a walk cannot do without.
+void readSamples(const BenchPicture& picture, std::int32_t step) {
+  const auto pixel = static_cast<std::size_t>(pixelBytes(picture.pixels.depth));
+  const auto stride = static_cast<std::size_t>(step) * pixel;
+  std::uint32_t all = 0;
+  for (std::int32_t y = 0; y < kHeight; y += step) {
+    const std::byte* row = picture.bytes.data() + y * picture.pixels.rowBytes;
+    for (std::size_t at = 0; at < kWidth * pixel; at += stride) {
+      std::uint32_t number;
+      std::memcpy(&number, row + at, sizeof number);
+      all ^= number;
+    }
+  }
+  benchmark::DoNotOptimize(all);
+}
+
+void walkApart(benchmark::State& state, PixelDepth depth, std::int32_t step) {
+  Frames frames(depth, Content::natural, Cache::ring);
+  againstFloor(
+      state, [&] { readSamples(frames.next(), step); }, [&] { walkFrame(frames.next(), step); });
 }
 
 // The walk by kernels that a lesser processor would use.
@@ -108,12 +121,6 @@ void walkBy(benchmark::State& state, const WalkKernels& kernels) {
     walkPixels(picture.pixels, {0, 0, kWidth, kHeight}, 1, histogram, kernels);
     benchmark::DoNotOptimize(histogram);
   });
-}
-
-void copy(benchmark::State& state, PixelDepth depth, Cache cache) {
-  Frames frames(depth, Content::natural, cache);
-  std::vector<std::byte> target(frames.next().bytes.size());
-  for (auto _ : state) copyFrame(frames.next(), target);
 }
 
 // Four bare counts a pixel, in one table a channel; blue stands in for the luminance too.
@@ -155,9 +162,33 @@ void plainRule(benchmark::State& state, Content content, Cache cache) {
   });
 }
 
+#if defined(VARILUM_WITH_OPENCV)
+// Four histograms of 256 levels by the library that most programs would take: red, green and blue
+// of the interleaved frame, and blue once more in place of a luminance that it would first have to
+// make. Counter `times_as_fast`: how much faster the walk is.
+void walkAgainstOpenCv(benchmark::State& state, Content content) {
+  Frames frames(PixelDepth::bits8, content, Cache::ring);
+  cv::setNumThreads(1);
+  const auto four = [&] {
+    const BenchPicture& picture = frames.next();
+    const cv::Mat image(kHeight, kWidth, CV_8UC4, const_cast<std::byte*>(picture.bytes.data()));
+    const int size = kLevels;
+    const float range[] = {0.0f, 256.0f};
+    const float* ranges = range;
+    for (const int channel : {1, 2, 3, 3}) {
+      cv::Mat histogram;
+      cv::calcHist(&image, 1, &channel, cv::noArray(), histogram, 1, &size, &ranges);
+      benchmark::DoNotOptimize(histogram.data);
+    }
+  };
+  againstFloor(state, four, [&] { walkFrame(frames.next(), 1); });
+  state.counters["times_as_fast"] = 1.0 / state.counters["ratio"];
+}
+#endif
+
 template <class Run>
 void add(const std::string& name, Run run) {
-  benchmark::RegisterBenchmark(name.c_str(), run)->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark(name.c_str(), run)->Unit(benchmark::kMicrosecond)->UseManualTime();
 }
 
 void addAll(Cache cache) {
@@ -167,12 +198,9 @@ void addAll(Cache cache) {
   };
   for (const auto depth : {PixelDepth::bits8, PixelDepth::bits16, PixelDepth::float32}) {
     const std::string middle = std::string("/") + nameOf(depth);
-    add("floor/copy" + middle + end, [=](benchmark::State& state) { copy(state, depth, cache); });
     for (const auto content : {Content::natural, Content::flat}) {
-      for (const std::int32_t step : {1, 5}) {
-        add("walk" + middle + "/" + nameOf(content) + "/step" + std::to_string(step) + end,
-            [=](benchmark::State& state) { walk(state, depth, content, cache, step); });
-      }
+      add("walk" + middle + "/" + nameOf(content) + end,
+          [=](benchmark::State& state) { walk(state, depth, content, cache, 1); });
     }
   }
   for (const auto content : {Content::natural, Content::flat}) {
@@ -185,6 +213,18 @@ void addAll(Cache cache) {
 
 const bool kRegistered = [] {
   for (const Cache cache : {Cache::hot, Cache::ring}) addAll(cache);
+  for (const auto depth : {PixelDepth::bits8, PixelDepth::bits16, PixelDepth::float32}) {
+    for (const std::int32_t step : {2, 3, 5, 10, 18}) {
+      add(std::string("walk_apart/") + nameOf(depth) + "/step" + std::to_string(step),
+          [=](benchmark::State& state) { walkApart(state, depth, step); });
+    }
+  }
+#if defined(VARILUM_WITH_OPENCV)
+  for (const auto content : {Content::natural, Content::flat}) {
+    add(std::string("walk_against_opencv/8bit/") + nameOf(content),
+        [=](benchmark::State& state) { walkAgainstOpenCv(state, content); });
+  }
+#endif
   std::vector<const WalkKernels*> lesser = {&kPlainWalk};
 #if defined(__x86_64__)
   lesser.push_back(&kSse2Walk);
