@@ -49,37 +49,78 @@ const std::byte* stageApart(const std::byte* pixels, std::ptrdiff_t stride, int 
   return staging.bytes();
 }
 
-// Asks for bytes that are needed soon: at the counts' pace the processor itself looks ahead too
+// A piece of a row: count pixels from first on, stride bytes apart.
+struct Piece {
+  const std::byte* first;
+  std::ptrdiff_t stride;
+  int count;
+};
+
+// Asks for pixels that are needed soon: at the counts' pace the processor itself looks ahead too
 // little.
-void fetchAhead(const std::byte* bytes, std::size_t count) noexcept {
-  constexpr std::size_t kLine = 64;
-  for (std::size_t at = 0; at < count; at += kLine) __builtin_prefetch(bytes + at);
+void fetch(const Piece& piece, std::size_t pixelBytes) noexcept {
+  constexpr std::ptrdiff_t kLine = 64;
+  const std::byte* at = piece.first;
+  const auto bytes = (piece.count - 1) * piece.stride + static_cast<std::ptrdiff_t>(pixelBytes);
+  const std::ptrdiff_t stride = std::max(piece.stride, kLine);
+  for (std::ptrdiff_t offset = 0; offset < bytes; offset += stride) __builtin_prefetch(at + offset);
 }
+
+// The sampled pixels of a rectangle, a piece after the other.
+template <class Read>
+class Pieces {
+ public:
+  Pieces(const PixelBuffer& pixels, const Rect& rect, std::int64_t step) noexcept
+      : row_(static_cast<const std::byte*>(pixels.data) +
+             static_cast<std::ptrdiff_t>(rect.left * std::int64_t{Read::kBytes}) +
+             static_cast<std::ptrdiff_t>(rect.top) * pixels.rowBytes),
+        rowStride_(static_cast<std::ptrdiff_t>(step) * pixels.rowBytes),
+        stride_(static_cast<std::ptrdiff_t>(step * std::int64_t{Read::kBytes})),
+        samples_((std::int64_t{rect.right} - rect.left + step - 1) / step),
+        rows_((std::int64_t{rect.bottom} - rect.top + step - 1) / step) {}
+
+  std::int64_t pixels() const noexcept { return samples_ * rows_; }
+
+  bool next(Piece& piece) noexcept {
+    if (x_ >= samples_) {
+      x_ = 0;
+      ++y_;
+    }
+    if (y_ >= rows_) return false;
+    piece.first = row_ + static_cast<std::ptrdiff_t>(y_) * rowStride_ +
+                  static_cast<std::ptrdiff_t>(x_) * stride_;
+    piece.stride = stride_;
+    piece.count = static_cast<int>(std::min<std::int64_t>(samples_ - x_, kWalkPiece));
+    x_ += piece.count;
+    return true;
+  }
+
+ private:
+  const std::byte* row_;
+  std::ptrdiff_t rowStride_;
+  std::ptrdiff_t stride_;
+  std::int64_t samples_;  // in a row
+  std::int64_t rows_;
+  std::int64_t x_ = 0;  // in samples
+  std::int64_t y_ = 0;
+};
 
 template <class Read>
 void walk(const PixelBuffer& pixels, const Rect& rect, std::int64_t step, FrameHistogram& histogram,
           const WalkKernels& kernels) noexcept {
-  const auto stride = static_cast<std::ptrdiff_t>(step * std::int64_t{Read::kBytes});
-  const auto stepsIn = [step](std::int32_t from, std::int32_t to) {
-    return (std::int64_t{to} - from + step - 1) / step;
-  };
-  const std::int64_t samples = stepsIn(rect.left, rect.right);
-  WalkCounts counts(samples * stepsIn(rect.top, rect.bottom));
+  Pieces<Read> pieces(pixels, rect, step);
+  WalkCounts counts(pieces.pixels());
   Staging staging;
-  const auto* first = static_cast<const std::byte*>(pixels.data) +
-                      static_cast<std::ptrdiff_t>(rect.left * std::int64_t{Read::kBytes});
-  for (std::int64_t y = rect.top; y < rect.bottom; y += step) {
-    const std::byte* row = first + static_cast<std::ptrdiff_t>(y) * pixels.rowBytes;
-    for (std::int64_t x = 0; x < samples; x += kWalkPiece) {
-      const int count = static_cast<int>(std::min<std::int64_t>(samples - x, kWalkPiece));
-      const std::byte* piece = row + static_cast<std::ptrdiff_t>(x) * stride;
-      const std::int64_t left = std::min<std::int64_t>(samples - x - count, kWalkPiece);
-      if (step == 1)
-        fetchAhead(piece + count * stride, static_cast<std::size_t>(left) * Read::kBytes);
-      const std::byte* levels = step == 1 ? stage(Read{}, kernels, piece, count, staging)
-                                          : stageApart<Read>(piece, stride, count, staging);
-      counts.add(kernels, levels, count);
-    }
+  Piece piece;
+  bool more = pieces.next(piece);
+  while (more) {
+    const Piece present = piece;
+    more = pieces.next(piece);
+    if (more) fetch(piece, Read::kBytes);
+    const std::byte* levels =
+        step == 1 ? stage(Read{}, kernels, present.first, present.count, staging)
+                  : stageApart<Read>(present.first, present.stride, present.count, staging);
+    counts.add(kernels, levels, present.count);
   }
   counts.addTo(histogram);
 }
