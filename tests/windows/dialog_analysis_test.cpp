@@ -10,8 +10,8 @@
 #include <thread>
 
 #include "platform/cup_dialog.h"
-#include "tests/effect/recording_listener.h"
 #include "tests/effect/test_footage.h"
+#include "tests/host/recording_listener.h"
 #include "tests/windows/screenshot.h"
 
 namespace effect_test {
@@ -93,7 +93,7 @@ SavedData analyzeBehindTheWindow(const User& user) {
   // Nothing of it came the listener's way.
   EXPECT_TRUE(listener.steps.empty());
   EXPECT_TRUE(listener.statusLines.empty());
-  EXPECT_TRUE(listener.protocol().empty());
+  EXPECT_EQ(listener.complaints(), "");
   visit.host().setListener(nullptr);
   return saved;
 }
