@@ -17,12 +17,14 @@ constexpr double kNoiseMost = 4;
 // Of what pictures change by around here, exposure aside. Where all stand still, whether or not the
 // light flickers, none is taken for another.
 constexpr double kShareOfChange = 0.3;
-constexpr std::size_t kNeighbours = 12;
+constexpr std::size_t kNeighbours = 24;
 constexpr std::ptrdiff_t kPassedOver = 2;  // larger changes around: flashes
 // A gain that explains more than this of a difference is an exposure, not noise.
 constexpr double kExplainedByGain = 0.5;
 
-constexpr double kClipped = 245;  // a gain does nothing to what is clipped
+// And more than this: nothing but the light changed.
+constexpr double kAllLight = 0.9;
+constexpr double kClipped = 200;  // above, some of a cell's pixels may be clipped
 
 struct Difference {
   double mean = 0;       // absolute, levels
@@ -82,7 +84,7 @@ double changeAround(const std::vector<double>& changes, std::size_t frame) {
 
 bool isNoise(const Difference& difference, double changing) {
   return difference.mean <= kNoiseMean && difference.most <= kNoiseMost &&
-         difference.rest <= kShareOfChange * changing && difference.explained <= kExplainedByGain;
+         difference.rest < kShareOfChange * changing && difference.explained <= kExplainedByGain;
 }
 
 }  // namespace
@@ -90,7 +92,10 @@ bool isNoise(const Difference& difference, double changing) {
 std::vector<std::int64_t> findDuplicates(std::span<const FrameMeasure> shot) {
   std::vector<double> changes(shot.size(), 0.0);
   for (std::size_t i = 1; i < shot.size(); ++i) {
-    changes[i] = differenceOf(shot[i - 1], shot[i]).rest;
+    const Difference difference = differenceOf(shot[i - 1], shot[i]);
+    // What all but a little of comes from the light tells nothing about movement: colours that are
+    // clipped leave a rest, too.
+    if (difference.explained < kAllLight) changes[i] = difference.rest;
   }
   std::vector<std::int64_t> originals(shot.size());
   std::size_t original = 0;

@@ -17,7 +17,7 @@ constexpr double kAgreeing = 0.3;      // of the frames, that have to end the ba
 constexpr double kAlikeLines = 0.006;  // of the frame: one place
 // Percent of the bar's length where the picture has to be brighter: by itself, or when the bar on
 // the other side is as wide. The edge of a dark thing in the picture is seldom so straight.
-constexpr double kStraightEdge = 60;
+constexpr double kStraightEdge = 90;
 constexpr double kStraightEdgeOfTwo = 25;
 
 struct Edge {

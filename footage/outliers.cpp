@@ -2,9 +2,9 @@
 #include "footage/outliers.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
-#include <optional>
 
 #include "footage/line_fit.h"
 
@@ -15,7 +15,9 @@ constexpr std::size_t kNeighbours = 15;  // frames to each side
 // Off the line through the neighbours: so many of their usual deviations, and at least so much.
 constexpr double kDeviations = 5;
 const double kLeast = std::log(1.13);
-constexpr double kUsualAtLeast = 0.01;
+constexpr double kShareOfShot = 0.8;  // of the whole shot's usual deviation: a few neighbours may
+                                      // agree by chance
+constexpr std::size_t kFewest = 4;
 constexpr double kMadToDeviation = 1.4826;  // of a normal distribution
 
 // A black frame: in the mean and in its brightest cell, in levels.
@@ -24,8 +26,15 @@ constexpr double kBlackCell = 24;
 constexpr double kTimesBlack = 3;  // the shot is at least that much brighter
 
 // Of the change, what an exposure may leave unexplained.
-constexpr double kUnexplained = 0.25;
+constexpr double kUnexplained = 0.35;
 constexpr double kClipped = 250;
+constexpr double kNearWhite = 200;  // some of a cell's pixels may be clipped
+// Parts of the picture, in cells, and how far apart an exposure's gains in them may be: logarithms,
+// and of the whole picture's gain.
+constexpr int kPartWidth = 8;
+constexpr int kPartHeight = 9;
+constexpr double kGainsApart = 0.12;
+constexpr double kGainsApartOfGain = 0.25;
 
 double logLevel(const FrameMeasure& frame) {
   return std::log(frame.meanLuminance + 1);
@@ -34,6 +43,38 @@ double logLevel(const FrameMeasure& frame) {
 bool isDark(const FrameMeasure& frame) {
   return frame.meanLuminance <= kBlackMean &&
          *std::max_element(frame.thumbnail.begin(), frame.thumbnail.end()) <= 256 * kBlackCell;
+}
+
+using Picture = std::array<double, kThumbnailCells>;
+
+/// Levels, 1 more than they are so that ratios have a meaning in black.
+Picture pictureOf(const FrameMeasure& frame) {
+  Picture picture;
+  for (std::size_t i = 0; i < picture.size(); ++i) picture[i] = frame.thumbnail[i] / 256.0 + 1;
+  return picture;
+}
+
+/// How far apart the gains from one picture to another are between the parts of the frame, as
+/// logarithms; the farthest part on either side aside, where something may have moved. Cells that
+/// `gain` ought to bring near white, and that are, take no part.
+double gainsApart(const Picture& from, const Picture& to, double gain) {
+  std::vector<double> gains;
+  for (int top = 0; top < kThumbnailHeight; top += kPartHeight) {
+    for (int left = 0; left < kThumbnailWidth; left += kPartWidth) {
+      std::vector<double> inside;
+      for (int y = top; y < top + kPartHeight; ++y) {
+        for (int x = left; x < left + kPartWidth; ++x) {
+          const auto i = static_cast<std::size_t>(y * kThumbnailWidth + x);
+          if (std::max(gain * from[i], to[i]) < kNearWhite)
+            inside.push_back(std::log(to[i] / from[i]));
+        }
+      }
+      if (!inside.empty()) gains.push_back(median(std::move(inside)));
+    }
+  }
+  if (gains.size() < 4) return 0;
+  std::sort(gains.begin(), gains.end());
+  return gains[gains.size() - 2] - gains[1];
 }
 
 enum class Standing { normal, darker, brighter, black };
@@ -49,7 +90,13 @@ class Shot {
     for (const FrameMeasure& frame : frames) {
       black_.push_back(isDark(frame) && usual > kTimesBlack * (frame.meanLuminance + 1));
     }
-    for (std::size_t i = 0; i < frames.size(); ++i) judge(i);
+    for (std::size_t i = 0; i < frames.size(); ++i) compareWithNeighbours(i);
+    std::vector<double> deviations;
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+      if (!black_[i]) deviations.push_back(std::abs(off(i)));
+    }
+    const double everywhere = kMadToDeviation * median(std::move(deviations));
+    for (std::size_t i = 0; i < frames.size(); ++i) standings_.push_back(judge(i, everywhere));
   }
 
   std::vector<Outlier> outliers() const {
@@ -80,12 +127,12 @@ class Shot {
     return points;
   }
 
-  void judge(std::size_t frame) {
+  /// Sets what a frame is expected to be, and how far off that its neighbours are.
+  void compareWithNeighbours(std::size_t frame) {
     const std::vector<FrameLevel> points = around(frame);
-    const double here = logLevel(frames_[frame]);
-    if (points.size() < 4) {
-      usual_.push_back(here);
-      standings_.push_back(black_[frame] ? Standing::black : Standing::normal);
+    if (points.size() < kFewest) {
+      usual_.push_back(logLevel(frames_[frame]));
+      deviations_.push_back(0);
       return;
     }
     const FittedLine line = fitRobustLine(points);
@@ -93,24 +140,24 @@ class Shot {
     for (const FrameLevel& point : points) {
       deviations.push_back(std::abs(point.level - line.at(point.frame)));
     }
-    const double usual = std::max(kUsualAtLeast, kMadToDeviation * median(std::move(deviations)));
-    const double off = here - line.at(static_cast<double>(frame));
     usual_.push_back(line.at(static_cast<double>(frame)));
-    if (black_[frame]) {
-      standings_.push_back(Standing::black);
-    } else if (std::abs(off) < std::max(kLeast, kDeviations * usual)) {
-      standings_.push_back(Standing::normal);
-    } else {
-      standings_.push_back(off > 0 ? Standing::brighter : Standing::darker);
-    }
+    deviations_.push_back(kMadToDeviation * median(std::move(deviations)));
+  }
+
+  double off(std::size_t frame) const { return logLevel(frames_[frame]) - usual_[frame]; }
+
+  Standing judge(std::size_t frame, double everywhere) const {
+    if (black_[frame]) return Standing::black;
+    const double usual = std::max(deviations_[frame], kShareOfShot * everywhere);
+    if (std::abs(off(frame)) < std::max(kLeast, kDeviations * usual)) return Standing::normal;
+    return off(frame) > 0 ? Standing::brighter : Standing::darker;
   }
 
   Outlier outlier(std::size_t first, std::size_t last) const {
     std::size_t farthest = first;
-    const auto off = [this](std::size_t i) { return std::abs(logLevel(frames_[i]) - usual_[i]); };
     bool exposure = true;
     for (std::size_t i = first; i <= last; ++i) {
-      if (off(i) > off(farthest)) farthest = i;
+      if (std::abs(off(i)) > std::abs(off(farthest))) farthest = i;
       exposure = exposure && isExposure(i, first, last);
     }
     const OutlierKind kind = standings_[first] == Standing::black ? OutlierKind::black
@@ -120,36 +167,38 @@ class Shot {
             frames_[farthest].meanLuminance / std::max(std::exp(usual_[farthest]) - 1, 1e-3)};
   }
 
-  /// Whether a gain makes the frame out of the pictures before and after the outlier. What moves
-  /// between those two is not held against it.
+  /// Whether a gain makes the frame out of the pictures before and after the outlier, the same gain
+  /// everywhere. What moves between those two is not held against it.
   bool isExposure(std::size_t frame, std::size_t first, std::size_t last) const {
-    const FrameMeasure& before = frames_[first > 0 ? first - 1 : last + 1];
-    const FrameMeasure& after = frames_[last + 1 < frames_.size() ? last + 1 : first - 1];
+    const Picture before = pictureOf(frames_[first > 0 ? first - 1 : last + 1]);
+    const Picture after = pictureOf(frames_[last + 1 < frames_.size() ? last + 1 : first - 1]);
+    const Picture here = pictureOf(frames_[frame]);
+    Picture steady;
     std::vector<double> gains;
-    const auto level = [](const FrameMeasure& from, std::size_t i) {
-      return from.thumbnail[i] / 256.0 + 1;
-    };
-    const auto steady = [&](std::size_t i) { return 0.5 * (level(before, i) + level(after, i)); };
-    const FrameMeasure& here = frames_[frame];
-    for (std::size_t i = 0; i < here.thumbnail.size(); ++i) {
-      if (level(here, i) < kClipped) gains.push_back(level(here, i) / steady(i));
+    for (std::size_t i = 0; i < steady.size(); ++i) {
+      steady[i] = 0.5 * (before[i] + after[i]);
+      if (here[i] < kClipped) gains.push_back(here[i] / steady[i]);
     }
-    const double gain = gains.empty() ? 255 : median(std::move(gains));
+    if (gains.empty()) return false;  // white all over: nothing that a gain could bring back
+    const double gain = median(std::move(gains));
     double rest = 0;
     double change = 0;
     double movement = 0;
-    for (std::size_t i = 0; i < here.thumbnail.size(); ++i) {
-      const double now = std::min(level(here, i), kClipped);
-      rest += std::pow(now - std::min(gain * steady(i), kClipped), 2);
-      change += std::pow(now - steady(i), 2);
-      movement += std::pow(gain * (level(before, i) - level(after, i)), 2);
+    for (std::size_t i = 0; i < steady.size(); ++i) {
+      const double now = std::min(here[i], kClipped);
+      rest += std::pow(now - std::min(gain * steady[i], kClipped), 2);
+      change += std::pow(now - steady[i], 2);
+      movement += std::pow(gain * (before[i] - after[i]), 2);
     }
-    return rest - movement < kUnexplained * kUnexplained * change;
+    return rest - movement < kUnexplained * kUnexplained * change &&
+           gainsApart(steady, here, gain) - gainsApart(before, after, 1) <
+               std::max(kGainsApart, kGainsApartOfGain * std::abs(std::log(gain)));
   }
 
   std::span<const FrameMeasure> frames_;
   std::vector<bool> black_;
-  std::vector<double> usual_;  // logarithms of the levels expected
+  std::vector<double> usual_;       // logarithms of the levels expected
+  std::vector<double> deviations_;  // the neighbours'
   std::vector<Standing> standings_;
 };
 

@@ -3,9 +3,19 @@
 
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
+#include <iostream>
 #include <random>
 
 namespace footage::test {
+
+/// VARILUM_TEST_SEED if it is set, else 1; printed.
+inline std::uint64_t chosenSeed() {
+  const char* given = std::getenv("VARILUM_TEST_SEED");
+  const std::uint64_t seed = given != nullptr ? std::strtoull(given, nullptr, 10) : 1;
+  std::cout << "random seed " << seed << '\n';
+  return seed;
+}
 
 class RandomNumbers {
  public:
