@@ -156,9 +156,11 @@ class ClipReader::Impl {
       frame.color_range = AVCOL_RANGE_JPEG;
     }
     if (!bridge_.fits(frame)) {
-      if (static_cast<AVPixelFormat>(frame.format) != format_ || frame.width != info_.width ||
-          frame.height != info_.height) {
-        changesShape_ = changesShape_ || info_.width > 0;
+      const bool otherShape = static_cast<AVPixelFormat>(frame.format) != format_ ||
+                              frame.width != info_.width || frame.height != info_.height;
+      if (otherShape && info_.width > 0 && !changesShape_) {
+        changesShape_ = true;
+        tellDamage();
       }
       decoded.frame = bridge_.convert(frame);
     }

@@ -11,8 +11,10 @@ def frame_bytes(width, height, level):
 
 def write_clip(path, width, height, frames, fps="25:1"):
     """A clip whose brightness changes from frame to frame."""
-    pictures = [frame_bytes(width, height, level) for level in (90, 120, 70, 110, 80)]
+    pictures = [b"FRAME\n" + frame_bytes(width, height, level) for level in (90, 120, 70, 110, 80)]
+    block = b"".join(pictures)
     with open(path, "wb") as clip:
         clip.write(f"YUV4MPEG2 W{width} H{height} F{fps} Ip A1:1 C420jpeg\n".encode())
-        for i in range(frames):
-            clip.write(b"FRAME\n" + pictures[i % len(pictures)])
+        for _ in range(frames // len(pictures)):
+            clip.write(block)
+        clip.write(b"".join(pictures[:frames % len(pictures)]))
