@@ -8,12 +8,10 @@ import unittest
 from clips import frame_bytes, write_clip
 from program_case import ProgramCase
 
-FFMPEG = os.environ.get("FFMPEG_PROGRAM", "ffmpeg")
-
 
 class OddFootage(ProgramCase):
     def ffmpeg(self, *arguments):
-        subprocess.run([FFMPEG, "-v", "error", "-y", *map(str, arguments)], check=True)
+        subprocess.run(["ffmpeg", "-v", "error", "-y", *map(str, arguments)], check=True)
 
     def deflicker(self, clip, output, *arguments):
         result = self.expect_done("deflicker", self.path(clip), self.path(output), "--force",
