@@ -1,5 +1,4 @@
-// bench/footage_bench.cpp — measuring a frame for shots and mattes, with a copy of it as the floor;
-// finding cuts among measured frames.
+// bench/footage_bench.cpp — measuring a frame for shots and mattes, with a copy of it as the floor.
 #include <benchmark/benchmark.h>
 
 #include <cstring>
