@@ -20,6 +20,7 @@ void addRenderCommand(CLI::App& app, Work& work);
 void addInfoCommand(CLI::App& app, Work& work);
 void addPanelCommand(CLI::App& app, Work& work);
 void addSessionCommand(CLI::App& app, Work& work);
+void addValidateCommand(CLI::App& app, Work& work);
 
 /// Version of the program, as --version prints it.
 const char* programVersion();

@@ -60,6 +60,7 @@ int run(int argc, char** argv) {
   cli::addInfoCommand(app, work);
   cli::addPanelCommand(app, work);
   cli::addSessionCommand(app, work);
+  cli::addValidateCommand(app, work);
   cli::DemoOptions demo;
   CLI::App* demoCommand =
       app.add_subcommand("demo", "Make a flickering clip, steady it, and say how much was gained.");

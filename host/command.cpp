@@ -159,7 +159,7 @@ std::int32_t Command::send(void* extra, PF_LayerDef* output) {
   takeBack();
   letGo(global_, "global data");
   letGo(sequence_, "sequence data");
-  takeSequenceData();
+  takeSequenceData(result);
   // A replaced value handle is the host's now; the one that was lent is then the effect's to free.
   for (std::size_t i = 1; i < params.size() && i < values_.size(); ++i) {
     if (values_[i].opaque) values_[i].opaque->adopt(params[i].u.arb_d.value);
@@ -192,13 +192,15 @@ void Command::letGo(Held& held, const char* what) {
   adjustLocks(held.handle, -1 - extra);
 }
 
-void Command::takeSequenceData() {
+void Command::takeSequenceData(std::int32_t result) {
   if (copy == nullptr) return;
   if (mayReplaceSequenceData(command)) {
     copy->sequenceData = command == PF_Cmd_SEQUENCE_SETDOWN ? nullptr : out.sequence_data;
     if (out.sequence_data != in.sequence_data && isLiveHandle(out.sequence_data) &&
         handleLocks(out.sequence_data) != 0) {
-      effect.state.report("command " + std::to_string(command) + " gave back locked sequence data");
+      effect.state.report("command " + std::to_string(command) +
+                          (result == 0 ? " gave" : " failed and gave") +
+                          " back locked sequence data");
       adjustLocks(out.sequence_data, -static_cast<std::int32_t>(handleLocks(out.sequence_data)));
     }
   } else if (command != PF_Cmd_GET_FLATTENED_SEQUENCE_DATA &&

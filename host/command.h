@@ -92,7 +92,7 @@ class Command {
   };
   static void hold(Held& held, void** handle) noexcept;
   void letGo(Held& held, const char* what);
-  void takeSequenceData();
+  void takeSequenceData(std::int32_t result);
   void takeBack();
   void showMessage();
 

@@ -6,16 +6,17 @@ import subprocess
 import sys
 
 EFFECT = ["hostapi", "access", "platform", "resources", "stats", "analysis", "render", "ui", "plugin"]
-PROGRAMS = ["host", "media", "footage", "report", "cli"]
+PROGRAMS = ["host", "validate", "media", "footage", "report", "cli"]
 
 # The rooms that each room may include besides itself.
 MAY = {room: set(EFFECT) for room in EFFECT}
 MAY["hostapi"] = set()
 MAY["host"] = {"hostapi"}
+MAY["validate"] = {"host", "hostapi"}
 MAY["media"] = set()
 MAY["footage"] = set()
 MAY["report"] = set()
-MAY["cli"] = {"host", "hostapi", "media", "footage", "report"}
+MAY["cli"] = {"host", "hostapi", "validate", "media", "footage", "report"}
 
 # Files of the effect that others may read all the same: what the host-free statistics records are.
 OPEN_TO_CLI = {
