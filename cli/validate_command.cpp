@@ -1,6 +1,4 @@
 // cli/validate_command.cpp — `varilum4 validate`: an effect's library judged by the host.
-#include "validate/runner.h"
-
 #include <fmt/format.h>
 
 #include <CLI/App.hpp>
@@ -16,6 +14,7 @@
 #include "cli/error.h"
 #include "cli/interrupt.h"
 #include "validate/child.h"
+#include "validate/runner.h"
 #include "validate/text_report.h"
 
 namespace cli {

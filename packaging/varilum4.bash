@@ -3,7 +3,7 @@
 _varilum4() {
     local word=${COMP_WORDS[COMP_CWORD]} options=
     if [ "$COMP_CWORD" -eq 1 ]; then
-        mapfile -t COMPREPLY < <(compgen -W "deflicker analyze render info panel session demo --help --version" -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W "deflicker analyze render info panel session validate demo --help --version" -- "$word")
         return
     fi
     case ${COMP_WORDS[1]} in
@@ -13,6 +13,7 @@ _varilum4() {
         info) options='--effect --force --fps --help --json --memory --plot --progress --quiet --start-number --threads' ;;
         panel) options='--adjust-clipping --all-frames --blue --correction-method --deflicker-method --dont-deflicker --effect --favor-brighter --font-size --force --frame --green --help --input --luminance --memory --no-favor-brighter --output --progress --quiet --red --scale --shift-spread --smoothing-frames --speed --subrect --threads --width --zoom' ;;
         session) options='--effect --help --memory --progress --quiet --threads' ;;
+        validate) options='--help --json --list --only --seed --silence --strictness' ;;
         demo) options='--effect --force --help --memory --progress --quiet --threads' ;;
     esac
     case $word in

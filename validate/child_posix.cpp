@@ -126,6 +126,8 @@ ChildOutcome runInChild(const Check& check, const Subject& subject, const ChildW
   if (killed) kill(child, SIGKILL);
   const int status = waitFor(child);
   if (killed) return {*killed, {}};
+  // A wish to stop may have reached the child first, and ended it.
+  if (watch.stopAsked && watch.stopAsked()) return {Ending::interrupted, {}};
   if (WIFSIGNALED(status)) {
     const int signal = WTERMSIG(status);
     return {Ending::crashed, "signal " + std::to_string(signal) + " (" + strsignal(signal) + ")"};

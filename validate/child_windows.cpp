@@ -111,6 +111,8 @@ ChildOutcome runInChild(const Check& check, const Subject& subject, const ChildW
   if (killed) TerminateProcess(process.get(), kKilled);
   WaitForSingleObject(process.get(), INFINITE);
   if (killed) return {*killed, {}};
+  // A wish to stop may have reached the child first, and ended it.
+  if (watch.stopAsked && watch.stopAsked()) return {Ending::interrupted, {}};
   DWORD code = 0;
   GetExitCodeProcess(process.get(), &code);
   if (done) return {Ending::finished, {}};
