@@ -52,22 +52,8 @@ void writeAll(int channel, const std::string& text) noexcept {
   }
 }
 
-// Gives complete lines on, and keeps what is left of the last.
-void takeLines(std::string& text, const ChildWatch& watch, bool& done) {
-  std::size_t end = 0;
-  while ((end = text.find('\n')) != std::string::npos) {
-    JournalLine line;
-    if (readLine(std::string_view(text).substr(0, end), line)) {
-      done = done || line.entry == Entry::done;
-      if (watch.onLine) watch.onLine(line);
-    }
-    text.erase(0, end + 1);
-  }
-}
-
 // Reads until the child closes its end. Gives the reason to kill it, if there is one.
-std::optional<Ending> listen(int channel, const ChildWatch& watch, bool& done) {
-  std::string text;
+std::optional<Ending> listen(int channel, const ChildWatch& watch, JournalReader& journal) {
   char buffer[4096];
   Clock::time_point heard = Clock::now();
   for (;;) {
@@ -82,8 +68,7 @@ std::optional<Ending> listen(int channel, const ChildWatch& watch, bool& done) {
     if (count < 0) fail("read");
     if (count == 0) return std::nullopt;
     heard = Clock::now();
-    text.append(buffer, static_cast<std::size_t>(count));
-    takeLines(text, watch, done);
+    journal.take({buffer, static_cast<std::size_t>(count)});
   }
 }
 
@@ -121,8 +106,8 @@ ChildOutcome runInChild(const Check& check, const Subject& subject, const ChildW
   if (child == 0) runChild(check, subject, static_cast<std::uint64_t>(writing.number()));
   writing.close();
 
-  bool done = false;
-  const std::optional<Ending> killed = listen(reading.number(), watch, done);
+  JournalReader journal(watch.onLine);
+  const std::optional<Ending> killed = listen(reading.number(), watch, journal);
   if (killed) kill(child, SIGKILL);
   const int status = waitFor(child);
   if (killed) return {*killed, {}};
@@ -132,7 +117,7 @@ ChildOutcome runInChild(const Check& check, const Subject& subject, const ChildW
     const int signal = WTERMSIG(status);
     return {Ending::crashed, "signal " + std::to_string(signal) + " (" + strsignal(signal) + ")"};
   }
-  if (done && WEXITSTATUS(status) == kFinished) return {Ending::finished, {}};
+  if (journal.done() && WEXITSTATUS(status) == kFinished) return {Ending::finished, {}};
   return {Ending::exited, "exit code " + std::to_string(WEXITSTATUS(status))};
 }
 

@@ -51,24 +51,9 @@ std::wstring commandLine(const Check& check, const Subject& subject, HANDLE chan
          std::to_wstring(number);
 }
 
-bool takeLines(std::string& text, const ChildWatch& watch, bool& done) {
-  std::size_t end = 0;
-  bool any = false;
-  while ((end = text.find('\n')) != std::string::npos) {
-    JournalLine line;
-    if (readLine(std::string_view(text).substr(0, end), line)) {
-      any = true;
-      done = done || line.entry == Entry::done;
-      if (watch.onLine) watch.onLine(line);
-    }
-    text.erase(0, end + 1);
-  }
-  return any;
-}
-
 // Until the child has ended. Gives the reason to kill it, if there is one.
-std::optional<Ending> listen(HANDLE channel, HANDLE process, const ChildWatch& watch, bool& done) {
-  std::string text;
+std::optional<Ending> listen(HANDLE channel, HANDLE process, const ChildWatch& watch,
+                             JournalReader& journal) {
   char buffer[4096];
   Clock::time_point heard = Clock::now();
   for (;;) {
@@ -77,8 +62,8 @@ std::optional<Ending> listen(HANDLE channel, HANDLE process, const ChildWatch& w
     while (PeekNamedPipe(channel, nullptr, 0, nullptr, &waiting, nullptr) != 0 && waiting > 0) {
       DWORD count = 0;
       if (ReadFile(channel, buffer, sizeof buffer, &count, nullptr) == 0) break;
-      text.append(buffer, count);
-      if (takeLines(text, watch, done)) heard = Clock::now();
+      journal.take({buffer, count});
+      heard = Clock::now();
     }
     if (ended) return std::nullopt;
     if (watch.stopAsked && watch.stopAsked()) return Ending::interrupted;
@@ -106,8 +91,8 @@ ChildOutcome runInChild(const Check& check, const Subject& subject, const ChildW
   const Handle thread(made.hThread);
   writing.close();
 
-  bool done = false;
-  const std::optional<Ending> killed = listen(reading.get(), process.get(), watch, done);
+  JournalReader journal(watch.onLine);
+  const std::optional<Ending> killed = listen(reading.get(), process.get(), watch, journal);
   if (killed) TerminateProcess(process.get(), kKilled);
   WaitForSingleObject(process.get(), INFINITE);
   if (killed) return {*killed, {}};
@@ -115,7 +100,7 @@ ChildOutcome runInChild(const Check& check, const Subject& subject, const ChildW
   if (watch.stopAsked && watch.stopAsked()) return {Ending::interrupted, {}};
   DWORD code = 0;
   GetExitCodeProcess(process.get(), &code);
-  if (done) return {Ending::finished, {}};
+  if (journal.done()) return {Ending::finished, {}};
   char text[40];
   if (code >= kFirstException) {
     std::snprintf(text, sizeof text, "exception 0x%08lX", static_cast<unsigned long>(code));

@@ -76,11 +76,6 @@ void Journal::violate(std::string_view rule, std::string_view what) {
   sink_({Entry::finding, id, text});
 }
 
-std::size_t Journal::violations() const {
-  const std::lock_guard guard(mutex_);
-  return told_.size();
-}
-
 void Journal::skip(std::string_view reason) {
   const std::lock_guard guard(mutex_);
   sink_({Entry::skip, {}, std::string(reason)});
@@ -89,6 +84,18 @@ void Journal::skip(std::string_view reason) {
 void Journal::done() {
   const std::lock_guard guard(mutex_);
   sink_({Entry::done, {}, {}});
+}
+
+void JournalReader::take(std::string_view bytes) {
+  rest_ += bytes;
+  std::size_t begin = 0;
+  for (std::size_t end = 0; (end = rest_.find('\n', begin)) != std::string::npos; begin = end + 1) {
+    JournalLine line;
+    if (!readLine(std::string_view(rest_).substr(begin, end - begin), line)) continue;
+    done_ = done_ || line.entry == Entry::done;
+    if (sink_) sink_(line);
+  }
+  rest_.erase(0, begin);
 }
 
 }  // namespace validate

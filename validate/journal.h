@@ -1,7 +1,6 @@
 // validate/journal.h — what a check tells of itself, line by line, to whoever started it.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <mutex>
 #include <set>
@@ -36,7 +35,6 @@ class Journal {
 
   /// A rule was broken during the present step. Told once for the same words.
   void violate(std::string_view rule, std::string_view what);
-  std::size_t violations() const;
 
   void skip(std::string_view reason);
   void done();
@@ -46,6 +44,23 @@ class Journal {
   mutable std::mutex mutex_;
   std::string doing_;
   std::set<std::string> told_;
+};
+
+/// Puts a journal together again from the bytes of a channel.
+class JournalReader {
+ public:
+  using Sink = Journal::Sink;
+  explicit JournalReader(Sink sink) : sink_(std::move(sink)) {}
+
+  /// Gives complete lines to the sink, and keeps what is left of the last.
+  void take(std::string_view bytes);
+  /// Whether the check came to its end.
+  bool done() const noexcept { return done_; }
+
+ private:
+  Sink sink_;
+  std::string rest_;
+  bool done_ = false;
 };
 
 }  // namespace validate

@@ -37,7 +37,19 @@ TEST(Journal, TellsABrokenRuleOnceAndWithItsStep) {
   ASSERT_EQ(lines.size(), 4u);
   EXPECT_EQ(lines[1].text, "it fell (step: first)");
   EXPECT_EQ(lines[3].rule, "hung");
-  EXPECT_EQ(journal.violations(), 2u);
+}
+
+TEST(JournalReader, PutsLinesTogetherFromPieces) {
+  const std::string bytes = writeLine({Entry::step, {}, "one"}) + "\nrubbish\n" +
+                            writeLine({Entry::done, {}, {}}) + "\nunfinished";
+  std::vector<std::string> texts;
+  JournalReader reader([&](const JournalLine& line) { texts.push_back(line.text); });
+  for (const char byte : bytes) {
+    EXPECT_EQ(reader.done(), texts.size() == 2);
+    reader.take({&byte, 1});
+  }
+  EXPECT_EQ(texts, (std::vector<std::string>{"one", ""}));
+  EXPECT_TRUE(reader.done());
 }
 
 TEST(Journal, KnowsOnlyRulesThatThereAre) {
