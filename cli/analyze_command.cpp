@@ -17,6 +17,7 @@
 #include "cli/same_file.h"
 #include "cli/workbench.h"
 #include "footage/flicker.h"
+#include "media/format_help.h"
 
 namespace cli {
 namespace {
@@ -62,10 +63,7 @@ void addAnalyzeCommand(CLI::App& app, Work& work) {
   CLI::App* command = app.add_subcommand(
       "analyze", "Measure every frame of a clip and keep the result in a project to render from.");
   auto options = std::make_shared<AnalyzeOptions>();
-  command
-      ->add_option("IN", options->clip.path,
-                   "The clip: anything FFmpeg reads, or numbered pictures such as shot.%05d.png.")
-      ->required();
+  command->add_option("IN", options->clip.path, media::kInputHelp)->required();
   command
       ->add_option("-o,--output", options->project, "The project to write, such as shot.varilum.")
       ->required()

@@ -1,9 +1,9 @@
 // cli/console.cpp — what is said to the user besides the results.
 #include "cli/console.h"
 
-#include <unistd.h>
-
 #include <cstdio>
+
+#include "cli/terminal.h"
 
 namespace cli {
 namespace {
@@ -12,7 +12,7 @@ ProgressStyle styleFor(const ConsoleOptions& options) {
   if (options.progress == "json") return ProgressStyle::json;
   if (options.quiet || options.progress == "none") return ProgressStyle::none;
   if (options.progress == "bar") return ProgressStyle::bar;
-  return ::isatty(STDERR_FILENO) != 0 ? ProgressStyle::bar : ProgressStyle::none;
+  return isTerminal() ? ProgressStyle::bar : ProgressStyle::none;
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "cli/render_job.h"
 #include "cli/same_file.h"
 #include "cli/workbench.h"
+#include "media/format_help.h"
 
 namespace cli {
 namespace {
@@ -51,15 +52,8 @@ void addDeflickerCommand(CLI::App& app, Work& work) {
   CLI::App* command = app.add_subcommand(
       "deflicker", "Write a clip with its flicker removed: analyse every frame, then render.");
   auto options = std::make_shared<DeflickerOptions>();
-  command
-      ->add_option("IN", options->clip.path,
-                   "The clip: anything FFmpeg reads, or numbered pictures such as shot.%05d.png.")
-      ->required();
-  command
-      ->add_option("OUT", options->output,
-                   "Where to write it; the extension says how (mp4, mov, mkv ...; out.%05d.png, "
-                   ".tif, .dpx, .exr for pictures). 'null:' writes nothing.")
-      ->required();
+  command->add_option("IN", options->clip.path, media::kInputHelp)->required();
+  command->add_option("OUT", options->output, media::kOutputHelp)->required();
   addEffectOptions(*command, options->effect);
   addReadOptions(*command, options->clip.read);
   addOutputOptions(*command, options->writing);

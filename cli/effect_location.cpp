@@ -7,11 +7,10 @@
 #include <fmt/format.h>
 
 #include "cli/error.h"
+#include "cli/program_files.h"
 
 namespace cli {
 namespace {
-
-constexpr const char* kLibrary = "libvarilum4.so";
 
 bool isFile(const std::filesystem::path& path) {
   std::error_code ignored;
@@ -28,13 +27,12 @@ std::filesystem::path findEffect(const std::string& given) {
     throw Failure(fmt::format("There is no effect library {}; check {}.", named,
                               given.empty() ? "VARILUM_EFFECT" : "--effect"));
   }
-  std::error_code ignored;
-  const auto folder = std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path();
-  for (const auto& candidate : {folder / kLibrary, folder / ".." / "lib" / kLibrary}) {
+  const std::filesystem::path folder = programFolder();
+  for (const auto& candidate : {folder / kEffectLibrary, folder / ".." / "lib" / kEffectLibrary}) {
     if (isFile(candidate)) return candidate;
   }
-  throw Failure(fmt::format("{} is not in {}; name it with --effect or VARILUM_EFFECT.", kLibrary,
-                            folder.string()));
+  throw Failure(fmt::format("{} is not in {}; name it with --effect or VARILUM_EFFECT.",
+                            kEffectLibrary, folder.string()));
 }
 
 }  // namespace cli

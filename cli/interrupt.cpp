@@ -17,10 +17,12 @@ extern "C" void onStop(int signal) {
   std::signal(signal, SIG_DFL);
 }
 
+#ifndef _WIN32
 // Nobody reads any more; each further line that is printed says so again.
 extern "C" void onNoReader(int) {
   stopAsked.store(true, std::memory_order_relaxed);
 }
+#endif
 
 // What was ignored from the start (nohup, jobs in the background) stays ignored.
 void catchUnlessIgnored(int number, void (*handler)(int)) noexcept {
@@ -30,10 +32,13 @@ void catchUnlessIgnored(int number, void (*handler)(int)) noexcept {
 }  // namespace
 
 void catchInterrupts() noexcept {
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) catchUnlessIgnored(number, onStop);
+  for (const int number : {SIGINT, SIGTERM}) catchUnlessIgnored(number, onStop);
+#ifndef _WIN32
+  catchUnlessIgnored(SIGHUP, onStop);
   catchUnlessIgnored(SIGPIPE, onNoReader);
   // A file beyond the size limit is an error of the write, which says so and tidies up.
   std::signal(SIGXFSZ, SIG_IGN);
+#endif
 }
 
 bool interrupted() noexcept {

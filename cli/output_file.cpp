@@ -2,11 +2,11 @@
 #include "cli/output_file.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <system_error>
 
 #include "cli/error.h"
+#include "media/system_file.h"
 
 namespace cli {
 namespace {
@@ -35,7 +35,7 @@ void requireWritable(const std::filesystem::path& path, bool force) {
     throw Failure(fmt::format("There is no folder {}; make it, or write {} elsewhere.",
                               folder.string(), path.filename().string()));
   }
-  if (::access(folder.c_str(), W_OK | X_OK) != 0) {
+  if (media::mayWriteTo(folder) != 0) {
     throw Failure(
         fmt::format("The folder {} may not be written to; choose another.", folder.string()));
   }

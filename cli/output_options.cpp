@@ -14,6 +14,7 @@
 
 #include "cli/error.h"
 #include "cli/memory_size.h"
+#include "cli/program_files.h"
 
 namespace cli {
 namespace {
@@ -158,8 +159,9 @@ void addGeneralOptions(CLI::App& command, WorkOptions& work, ConsoleOptions& con
       ->group(kGeneralGroup);
   command
       .add_option("--effect", work.effect,
-                  "The effect library. Default: $VARILUM_EFFECT, else libvarilum4.so beside this "
-                  "program.")
+                  fmt::format("The effect library. Default: $VARILUM_EFFECT, else {} beside this "
+                              "program.",
+                              kEffectLibrary))
       ->type_name("PATH")
       ->group(kGeneralGroup);
   command

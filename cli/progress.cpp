@@ -2,12 +2,12 @@
 #include "cli/progress.h"
 
 #include <fmt/format.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <nlohmann/json.hpp>
+
+#include "cli/terminal.h"
 
 namespace cli {
 namespace {
@@ -15,12 +15,6 @@ namespace {
 constexpr auto kBetweenDraws = std::chrono::milliseconds(200);
 constexpr int kWidestBar = 40;
 constexpr int kNarrowestBar = 8;
-
-int terminalColumns() {
-  winsize size{};
-  if (::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) return size.ws_col;
-  return 80;
-}
 
 }  // namespace
 

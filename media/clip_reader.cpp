@@ -6,12 +6,12 @@
 
 #include "media/av_handles.h"
 #include "media/format_bridge.h"
+#include "media/format_layout.h"
 #include "media/frame_index.h"
 #include "media/frame_shape.h"
 #include "media/input_file.h"
 #include "media/input_path.h"
 #include "media/log_capture.h"
-#include "media/pixel_layout.h"
 #include "media/stream_info.h"
 #include "media/video_decoder.h"
 

@@ -7,26 +7,13 @@
 #include "media/container_output.h"
 #include "media/input_path.h"
 #include "media/log_capture.h"
+#include "media/null_output.h"
 #include "media/sequence_output.h"
 
 namespace media {
 namespace {
 
 namespace fs = std::filesystem;
-
-class NullOutput : public ClipOutput {
- public:
-  explicit NullOutput(std::string pixelFormat) : pixelFormat_(std::move(pixelFormat)) {}
-  void write(const Picture& /*picture*/) override {}
-  void finish() override {}
-  const std::vector<std::string>& notes() const noexcept override { return notes_; }
-  std::string encoderName() const override { return "null"; }
-  std::string pixelFormat() const override { return pixelFormat_; }
-
- private:
-  std::string pixelFormat_;
-  std::vector<std::string> notes_;
-};
 
 std::unique_ptr<ClipOutput> openOutput(const std::string& path, const ClipInfo& format,
                                        const ClipReader* source, const WriteOptions& options) {

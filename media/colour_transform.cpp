@@ -9,19 +9,19 @@ namespace {
 using Matrix = std::array<std::array<double, 3>, 3>;
 
 struct LumaWeights {
-  AVColorSpace matrix;
+  ColourMatrix matrix;
   double red;
   double blue;
 };
 
 constexpr LumaWeights kLumaWeights[] = {
-    {AVCOL_SPC_BT709, 0.2126, 0.0722},     {AVCOL_SPC_FCC, 0.30, 0.11},
-    {AVCOL_SPC_BT470BG, 0.299, 0.114},     {AVCOL_SPC_SMPTE170M, 0.299, 0.114},
-    {AVCOL_SPC_SMPTE240M, 0.212, 0.087},   {AVCOL_SPC_BT2020_NCL, 0.2627, 0.0593},
-    {AVCOL_SPC_BT2020_CL, 0.2627, 0.0593},
+    {ColourMatrix::bt709, 0.2126, 0.0722},    {ColourMatrix::fcc, 0.30, 0.11},
+    {ColourMatrix::bt470bg, 0.299, 0.114},    {ColourMatrix::smpte170m, 0.299, 0.114},
+    {ColourMatrix::smpte240m, 0.212, 0.087},  {ColourMatrix::bt2020ncl, 0.2627, 0.0593},
+    {ColourMatrix::bt2020cl, 0.2627, 0.0593},
 };
 
-LumaWeights lumaWeights(AVColorSpace matrix) noexcept {
+LumaWeights lumaWeights(ColourMatrix matrix) noexcept {
   for (const LumaWeights& weights : kLumaWeights) {
     if (weights.matrix == matrix) return weights;
   }
@@ -29,9 +29,9 @@ LumaWeights lumaWeights(AVColorSpace matrix) noexcept {
 }
 
 // From (luma 0..1, Cb and Cr -0.5..0.5) to (R, G, B), or from the components as stored.
-Matrix decodingMatrix(AVColorSpace matrix) noexcept {
-  if (matrix == AVCOL_SPC_YCGCO) return {{{1, -1, 1}, {1, 1, 0}, {1, -1, -1}}};
-  if (matrix == AVCOL_SPC_RGB) return {{{0, 0, 1}, {1, 0, 0}, {0, 1, 0}}};
+Matrix decodingMatrix(ColourMatrix matrix) noexcept {
+  if (matrix == ColourMatrix::ycgco) return {{{1, -1, 1}, {1, 1, 0}, {1, -1, -1}}};
+  if (matrix == ColourMatrix::rgb) return {{{0, 0, 1}, {1, 0, 0}, {0, 1, 0}}};
   const LumaWeights weights = lumaWeights(matrix);
   const double green = 1 - weights.red - weights.blue;
   const double fromCr = 2 * (1 - weights.red);
@@ -80,10 +80,10 @@ Scale chromaScale(const ComponentLayout& c, bool full) noexcept {
 
 }  // namespace
 
-AVColorSpace effectiveMatrix(AVColorSpace declared, int width, int height) noexcept {
+ColourMatrix effectiveMatrix(ColourMatrix declared, int width, int height) noexcept {
   switch (declared) {
-    case AVCOL_SPC_RGB:
-    case AVCOL_SPC_YCGCO:
+    case ColourMatrix::rgb:
+    case ColourMatrix::ycgco:
       return declared;
     default:
       break;
@@ -91,10 +91,10 @@ AVColorSpace effectiveMatrix(AVColorSpace declared, int width, int height) noexc
   for (const LumaWeights& weights : kLumaWeights) {
     if (weights.matrix == declared) return declared;
   }
-  return width >= 1280 || height > 576 ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
+  return width >= 1280 || height > 576 ? ColourMatrix::bt709 : ColourMatrix::smpte170m;
 }
 
-ColourTransform colourTransform(const PixelLayout& layout, AVColorRange range, AVColorSpace matrix,
+ColourTransform colourTransform(const PixelLayout& layout, ColourRange range, ColourMatrix matrix,
                                 Depth depth) {
   using Family = PixelLayout::Family;
   const double white = whiteLevel(depth);
@@ -114,11 +114,11 @@ ColourTransform colourTransform(const PixelLayout& layout, AVColorRange range, A
     }
     transform.toLevels.diagonal = transform.toCodes.diagonal = true;
   } else if (layout.family == Family::grey) {
-    scales[0] = lumaScale(layout.components[0], range != AVCOL_RANGE_MPEG);
+    scales[0] = lumaScale(layout.components[0], range != ColourRange::limited);
     decode = decodingMatrix(lumaWeights(matrix).matrix);
   } else {
-    const bool full = range == AVCOL_RANGE_JPEG;
-    const bool threeLumas = matrix == AVCOL_SPC_RGB;
+    const bool full = range == ColourRange::full;
+    const bool threeLumas = matrix == ColourMatrix::rgb;
     for (std::size_t i = 0; i < 3; ++i) {
       scales[i] = i == 0 || threeLumas ? lumaScale(layout.components[i], full)
                                        : chromaScale(layout.components[i], full);

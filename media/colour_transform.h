@@ -3,11 +3,8 @@
 
 #include <array>
 
-extern "C" {
-#include <libavutil/pixfmt.h>
-}
-
 #include "media/argb_view.h"
+#include "media/colour_codes.h"
 #include "media/pixel_layout.h"
 
 namespace media {
@@ -27,12 +24,12 @@ struct ColourTransform {
 };
 
 /// What a player would take for a stream that leaves its matrix open: BT.709 for large pictures.
-AVColorSpace effectiveMatrix(AVColorSpace declared, int width, int height) noexcept;
+ColourMatrix effectiveMatrix(ColourMatrix declared, int width, int height) noexcept;
 
 /// Levels run 0..255, 0..32768 or 0..1 by `depth`. Grey and YUV follow `range` (unspecified: grey
 /// full, YUV limited); RGB is always full range. Luma weights: BT.601, BT.709, BT.2020, SMPTE 240M,
 /// FCC; constant-luminance BT.2020 is taken as non-constant.
-ColourTransform colourTransform(const PixelLayout& layout, AVColorRange range, AVColorSpace matrix,
+ColourTransform colourTransform(const PixelLayout& layout, ColourRange range, ColourMatrix matrix,
                                 Depth depth);
 
 /// White of a depth as a float: 255, 32768 or 1.

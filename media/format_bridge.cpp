@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "media/colour_transform.h"
 #include "media/error.h"
+#include "media/format_layout.h"
 #include "media/frame_shape.h"
 #include "media/stream_info.h"
 
@@ -63,7 +63,7 @@ FrameHandle FormatBridge::convert(const AVFrame& frame) {
   }
   const AVColorSpace declared =
       frame.colorspace == AVCOL_SPC_RGB ? AVCOL_SPC_UNSPECIFIED : frame.colorspace;
-  const AVColorSpace matrix = effectiveMatrix(declared, frame.width, frame.height);
+  const AVColorSpace matrix = effectiveSpace(declared, frame.width, frame.height);
   const int* table = sws_getCoefficients(swsMatrix(matrix));
   const bool fullIn = isRgb(from) || frame.color_range == AVCOL_RANGE_JPEG;
   const bool fullOut =

@@ -7,11 +7,6 @@
 
 namespace media {
 
-/// value / 2^shift, rounded up: the size of a subsampled plane.
-constexpr int ceilShift(int value, int shift) noexcept {
-  return -((-value) >> shift);
-}
-
 /// A frame with zeroed pixel memory of its own.
 FrameHandle makeBlankFrame(AVPixelFormat format, int width, int height);
 

@@ -16,8 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array kPictureExtensions = {".png", ".tif",  ".tiff", ".dpx", ".exr",
-                                           ".jpg", ".jpeg", ".bmp",  ".tga"};
+constexpr std::array kPictureExtensions = {".png",  ".tif", ".tiff", ".dpx", ".exr", ".jpg",
+                                           ".jpeg", ".bmp", ".tga",  ".ppm", ".pgm"};
 
 bool isDigit(char c) noexcept {
   return c >= '0' && c <= '9';

@@ -8,8 +8,8 @@
 #include "media/colour_names.h"
 #include "media/component_rows.h"
 #include "media/error.h"
+#include "media/format_layout.h"
 #include "media/frame_shape.h"
-#include "media/pixel_layout.h"
 
 extern "C" {
 #include <libavutil/pixdesc.h>

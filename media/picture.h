@@ -7,8 +7,7 @@
 #include <string>
 
 #include "media/clip_info.h"
-
-struct AVFrame;
+#include "media/frame_type.h"
 
 namespace media {
 
@@ -19,7 +18,7 @@ class Picture {
   Picture() = default;
 
   /// Takes over `frame`, whose pixels nobody changes from now on.
-  Picture(std::shared_ptr<const AVFrame> frame, std::int64_t index, bool substitute = false)
+  Picture(std::shared_ptr<const Frame> frame, std::int64_t index, bool substitute = false)
       : frame_(std::move(frame)), index_(index), substitute_(substitute) {}
 
   /// A black picture (alpha opaque) of `info`'s size, pixel format and colour properties, to serve
@@ -37,7 +36,7 @@ class Picture {
   /// True if this frame could not be decoded and stands in with its neighbour's pixels.
   bool isSubstitute() const noexcept { return substitute_; }
 
-  const AVFrame* frame() const noexcept { return frame_.get(); }
+  const Frame* frame() const noexcept { return frame_.get(); }
 
   /// Bytes of pixel memory that this picture keeps alive.
   std::size_t bytes() const noexcept;
@@ -46,7 +45,7 @@ class Picture {
   Depth workingDepth() const noexcept;
 
  private:
-  std::shared_ptr<const AVFrame> frame_;
+  std::shared_ptr<const Frame> frame_;
   std::int64_t index_ = 0;
   bool substitute_ = false;
 };

@@ -7,16 +7,10 @@
 #include <vector>
 
 #include "media/argb_rows.h"
-#include "media/av_handles.h"
 #include "media/colour_transform.h"
 #include "media/component_rows.h"
 #include "media/error.h"
-#include "media/frame_shape.h"
-#include "media/pixel_layout.h"
-
-extern "C" {
-#include <libavutil/pixdesc.h>
-}
+#include "media/frame_pixels.h"
 
 namespace media {
 namespace {
@@ -27,10 +21,10 @@ constexpr int kBandRows = 64;  // luma rows one job works on: enough to pay for 
 // rows of its own field.
 class RowGroups {
  public:
-  RowGroups(const AVFrame& frame, const PixelLayout& layout)
+  RowGroups(const FramePixels& frame, const PixelLayout& layout)
       : height_(frame.height),
         shift_(layout.chromaHeightShift),
-        fields_(frame.interlaced_frame != 0 && shift_ == 1 && frame.height % 4 == 0) {}
+        fields_(frame.interlaced && shift_ == 1 && frame.height % 4 == 0) {}
 
   int groups() const noexcept { return ceilShift(height_, shift_); }
 
@@ -56,8 +50,7 @@ class RowGroups {
 };
 
 struct Shape {
-  explicit Shape(const AVFrame& frame)
-      : layout(pixelLayout(static_cast<AVPixelFormat>(frame.format))), rows(frame, layout) {}
+  explicit Shape(const FramePixels& frame) : layout(frame.layout), rows(frame, layout) {}
 
   bool subsampled() const noexcept { return layout.family == PixelLayout::Family::yuv; }
 
@@ -65,26 +58,15 @@ struct Shape {
   RowGroups rows;
 };
 
-ColourTransform transformFor(const AVFrame& frame, const PixelLayout& layout, Depth depth) {
-  AVColorRange range = frame.color_range;
-  const char* name = av_get_pix_fmt_name(static_cast<AVPixelFormat>(frame.format));
-  if (name != nullptr && std::strncmp(name, "yuvj", 4) == 0) range = AVCOL_RANGE_JPEG;
-  return colourTransform(layout, range,
-                         effectiveMatrix(frame.colorspace, frame.width, frame.height), depth);
-}
-
-const std::uint8_t* rowOf(const AVFrame& frame, const ComponentLayout& c, int y) noexcept {
-  return frame.data[c.plane] + std::ptrdiff_t{y} * frame.linesize[c.plane];
-}
-
-std::uint8_t* writableRowOf(AVFrame& frame, const ComponentLayout& c, int y) noexcept {
-  return frame.data[c.plane] + std::ptrdiff_t{y} * frame.linesize[c.plane];
+ColourTransform transformFor(const FramePixels& frame, Depth depth) {
+  return colourTransform(frame.layout, frame.range,
+                         effectiveMatrix(frame.matrix, frame.width, frame.height), depth);
 }
 
 // Converts the rows of a range of groups; each ARGB row is written where `rowFor(y)` says and
 // then handed to `done(y)`, which may stop the work by returning false.
 template <typename RowFor, typename Done>
-void groupsToArgb(const AVFrame& frame, const Shape& shape, const ColourTransform& transform,
+void groupsToArgb(const FramePixels& frame, const Shape& shape, const ColourTransform& transform,
                   Depth depth, int firstGroup, int lastGroup, RowFor&& rowFor, Done&& done) {
   const PixelLayout& layout = shape.layout;
   const int width = frame.width;
@@ -103,19 +85,19 @@ void groupsToArgb(const AVFrame& frame, const Shape& shape, const ColourTransfor
       for (const auto& [index, row] : {std::pair{1, second}, std::pair{2, third}}) {
         const ComponentLayout& c = layout.components[static_cast<std::size_t>(index)];
         float* target = layout.chromaWidthShift == 0 ? row : narrow;
-        loadRow(rowOf(frame, c, group), c, chromaWidth, target);
+        loadRow(frame.row(c.plane, group), c, chromaWidth, target);
         if (target == narrow) replicateRow(narrow, layout.chromaWidthShift, width, row);
       }
     }
     shape.rows.forRows(group, [&](int y) {
       if (!going) return;
-      loadRow(rowOf(frame, layout.components[0], y), layout.components[0], width, first);
+      loadRow(frame.row(layout.components[0].plane, y), layout.components[0], width, first);
       if (layout.family == PixelLayout::Family::rgb) {
-        loadRow(rowOf(frame, layout.components[1], y), layout.components[1], width, second);
-        loadRow(rowOf(frame, layout.components[2], y), layout.components[2], width, third);
+        loadRow(frame.row(layout.components[1].plane, y), layout.components[1], width, second);
+        loadRow(frame.row(layout.components[2].plane, y), layout.components[2], width, third);
       }
       if (layout.hasAlpha) {
-        loadRow(rowOf(frame, layout.components[3], y), layout.components[3], width, alpha);
+        loadRow(frame.row(layout.components[3].plane, y), layout.components[3], width, alpha);
       }
       packArgbRow(codes, transform, depth, width, rowFor(y));
       going = done(y);
@@ -124,7 +106,7 @@ void groupsToArgb(const AVFrame& frame, const Shape& shape, const ColourTransfor
 }
 
 void groupsFromArgb(const ConstArgbView& argb, const Shape& shape, const ColourTransform& transform,
-                    int firstGroup, int lastGroup, AVFrame& frame) {
+                    int firstGroup, int lastGroup, const FramePixels& frame) {
   const PixelLayout& layout = shape.layout;
   const int width = frame.width;
   const auto size = static_cast<std::size_t>(width);
@@ -143,14 +125,13 @@ void groupsFromArgb(const ConstArgbView& argb, const Shape& shape, const ColourT
     if (sums) std::fill_n(secondSum, 2 * size, 0.0F);
     const int count = shape.rows.forRows(group, [&](int y) {
       unpackArgbRow(argb.row(y), transform, argb.depth, width, codes);
-      storeRow(first, layout.components[0], width, writableRowOf(frame, layout.components[0], y));
+      storeRow(first, layout.components[0], width, frame.row(layout.components[0].plane, y));
       if (layout.family == PixelLayout::Family::rgb) {
-        storeRow(second, layout.components[1], width,
-                 writableRowOf(frame, layout.components[1], y));
-        storeRow(third, layout.components[2], width, writableRowOf(frame, layout.components[2], y));
+        storeRow(second, layout.components[1], width, frame.row(layout.components[1].plane, y));
+        storeRow(third, layout.components[2], width, frame.row(layout.components[2].plane, y));
       }
       if (layout.hasAlpha) {
-        storeRow(alpha, layout.components[3], width, writableRowOf(frame, layout.components[3], y));
+        storeRow(alpha, layout.components[3], width, frame.row(layout.components[3].plane, y));
       }
       if (sums) {
         for (std::size_t i = 0; i < size; ++i) secondSum[i] += second[i];
@@ -163,7 +144,7 @@ void groupsFromArgb(const ConstArgbView& argb, const Shape& shape, const ColourT
          {std::pair{1, sums ? secondSum : second}, std::pair{2, sums ? thirdSum : third}}) {
       const ComponentLayout& c = layout.components[static_cast<std::size_t>(index)];
       averageRow(row, layout.chromaWidthShift, width, scale, narrow);
-      storeRow(narrow, c, chromaWidth, writableRowOf(frame, c, group));
+      storeRow(narrow, c, chromaWidth, frame.row(c.plane, group));
     }
   }
 }
@@ -190,9 +171,9 @@ void requireSameSize(const Picture& picture, int width, int height) {
 
 void toArgb(const Picture& picture, const ArgbView& argb, const ParallelFor& parallel) {
   requireSameSize(picture, argb.width, argb.height);
-  const AVFrame& frame = *picture.frame();
+  const FramePixels frame = pixelsOf(picture);
   const Shape shape(frame);
-  const ColourTransform transform = transformFor(frame, shape.layout, argb.depth);
+  const ColourTransform transform = transformFor(frame, argb.depth);
   runBands(shape.rows, parallel, [&](int first, int last) {
     groupsToArgb(
         frame, shape, transform, argb.depth, first, last, [&](int y) { return argb.row(y); },
@@ -202,15 +183,14 @@ void toArgb(const Picture& picture, const ArgbView& argb, const ParallelFor& par
 
 Picture fromArgb(const ConstArgbView& argb, const Picture& like, const ParallelFor& parallel) {
   requireSameSize(like, argb.width, argb.height);
-  const AVFrame& model = *like.frame();
-  FrameHandle frame = makeFrameLike(model, static_cast<AVPixelFormat>(model.format));
-  const Shape shape(*frame);
-  const ColourTransform transform = transformFor(*frame, shape.layout, argb.depth);
+  FramePixels frame;
+  Picture made = pictureLike(like, frame);
+  const Shape shape(frame);
+  const ColourTransform transform = transformFor(frame, argb.depth);
   runBands(shape.rows, parallel, [&](int first, int last) {
-    groupsFromArgb(argb, shape, transform, first, last, *frame);
+    groupsFromArgb(argb, shape, transform, first, last, frame);
   });
-  return Picture(std::shared_ptr<AVFrame>(frame.release(), AvDeleter()), like.index(),
-                 like.isSubstitute());
+  return made;
 }
 
 bool samePixels(const ConstArgbView& a, const ConstArgbView& b) noexcept {
@@ -224,9 +204,9 @@ bool samePixels(const ConstArgbView& a, const ConstArgbView& b) noexcept {
 
 bool isUnchanged(const ConstArgbView& argb, const Picture& picture) {
   requireSameSize(picture, argb.width, argb.height);
-  const AVFrame& frame = *picture.frame();
+  const FramePixels frame = pixelsOf(picture);
   const Shape shape(frame);
-  const ColourTransform transform = transformFor(frame, shape.layout, argb.depth);
+  const ColourTransform transform = transformFor(frame, argb.depth);
   const std::size_t bytes = static_cast<std::size_t>(argb.width) * bytesPerPixel(argb.depth);
   std::vector<std::byte> row(bytes);
   bool same = true;

@@ -4,13 +4,14 @@
 #include <array>
 #include <cstdint>
 
-extern "C" {
-#include <libavutil/pixfmt.h>
-}
-
 #include "media/argb_view.h"
 
 namespace media {
+
+/// value / 2^shift, rounded up: the size of a subsampled plane.
+constexpr int ceilShift(int value, int shift) noexcept {
+  return -((-value) >> shift);
+}
 
 /// One component of a pixel format: element i of a row starts at byte offset + i * step.
 struct ComponentLayout {
@@ -41,16 +42,5 @@ struct PixelLayout {
     return isFloat ? Depth::floating : depth > 8 ? Depth::sixteen : Depth::eight;
   }
 };
-
-/// True for formats that pixelLayout() can describe: whole-byte integer components of up to 16
-/// bits, or 32-bit float. Palettes, bit streams, Bayer, XYZ, half floats and hardware frames no.
-bool hasPixelLayout(AVPixelFormat format) noexcept;
-
-/// Throws Error{unsupported} unless hasPixelLayout(format).
-PixelLayout pixelLayout(AVPixelFormat format);
-
-/// A format with a layout that holds what `format` holds; `format` itself if it has one.
-/// Throws Error{unsupported} if libswscale cannot read `format` either.
-AVPixelFormat formatWithLayout(AVPixelFormat format);
 
 }  // namespace media

@@ -1,14 +1,11 @@
 // media/remains.cpp — temporary files of killed runs, told from those in use.
 #include "media/remains.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <atomic>
 #include <string_view>
+
+#include "media/system_file.h"
 
 namespace media {
 namespace {
@@ -34,22 +31,7 @@ bool isRemainsName(std::string_view name, const std::string& stem) {
   return digits() && (name.empty() || name.front() == '.');
 }
 
-// Only what this process could lock is nobody's.
-bool isAbandoned(const fs::path& path) noexcept {
-  const int descriptor = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-  if (descriptor < 0) return false;
-  const bool abandoned = flock(descriptor, LOCK_EX | LOCK_NB) == 0;
-  close(descriptor);
-  return abandoned;
-}
-
 }  // namespace
-
-bool markInUse(int descriptor) noexcept {
-  flock(descriptor, LOCK_EX | LOCK_NB);
-  struct stat status = {};
-  return fstat(descriptor, &status) != 0 || status.st_nlink > 0;
-}
 
 void removeRemains(const fs::path& folder, const std::string& stem) {
   std::error_code ignored;
@@ -64,7 +46,7 @@ std::string temporaryName(const std::string& stem, const std::string& extension)
   static std::atomic<int> serial{0};
   std::string name = "." + stem;
   name += kMark;
-  name += std::to_string(getpid()) + "-" + std::to_string(serial++) + extension;
+  name += std::to_string(processId()) + "-" + std::to_string(serial++) + extension;
   return name;
 }
 

@@ -9,11 +9,6 @@
 
 namespace media {
 
-/// Locks an open temporary file or folder for as long as the descriptor is open. False when
-/// somebody removed it first. File systems without locks: nothing happens, and nothing of theirs is
-/// removed.
-bool markInUse(int descriptor) noexcept;
-
 /// Removes the files and folders in `folder` that are named as temporaryName() names them and that
 /// nobody has marked. What cannot be removed stays.
 void removeRemains(const std::filesystem::path& folder, const std::string& stem);

@@ -1,31 +1,16 @@
 // media/sequence_output.h — a clip written as numbered pictures.
 #pragma once
 
-#include <filesystem>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "media/clip_output.h"
 #include "media/clip_writer.h"
-#include "media/input_path.h"
+#include "media/numbered_files.h"
 #include "media/video_encoder.h"
 
 namespace media {
-
-/// A folder of its own beside the final place, removed with all in it at the end.
-class TemporaryFolder {
- public:
-  /// Throws Error{unwritable}.
-  TemporaryFolder(const std::filesystem::path& beside, const std::string& name);
-  ~TemporaryFolder();
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  const std::filesystem::path& path() const noexcept { return path_; }
-
- private:
-  std::filesystem::path path_;
-  int descriptor_ = -1;
-};
 
 class SequenceOutput : public ClipOutput {
  public:
@@ -42,14 +27,9 @@ class SequenceOutput : public ClipOutput {
  private:
   void takePacket(const AVPacket& packet);
 
-  std::filesystem::path folder_;
-  NumberPattern pattern_;
-  int number_;
-  bool overwrite_;
-  std::vector<std::string> names_;
   std::vector<std::string> notes_;
-  std::unique_ptr<TemporaryFolder> temporary_;
   std::unique_ptr<VideoEncoder> encoder_;
+  std::unique_ptr<NumberedFiles> files_;
 };
 
 }  // namespace media

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "media/colour_names.h"
-#include "media/pixel_layout.h"
+#include "media/format_layout.h"
 
 extern "C" {
 #include <libavutil/display.h>

@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "media/colour_names.h"
-#include "media/colour_transform.h"
 #include "media/error.h"
+#include "media/format_layout.h"
 #include "media/frame_shape.h"
 #include "media/log_capture.h"
 #include "media/stream_info.h"
@@ -46,7 +46,7 @@ VideoEncoder::VideoEncoder(const EncoderPlan& plan, const ClipInfo& format, bool
   if (isRgb(source) && !isRgb(plan.pixelFormat)) {  // as FormatBridge makes it
     colour.range = AVCOL_RANGE_MPEG;
     if (colour.matrix == AVCOL_SPC_RGB || colour.matrix == AVCOL_SPC_UNSPECIFIED) {
-      colour.matrix = effectiveMatrix(AVCOL_SPC_UNSPECIFIED, format.width, format.height);
+      colour.matrix = effectiveSpace(AVCOL_SPC_UNSPECIFIED, format.width, format.height);
     }
   } else if (!isRgb(source) && isRgb(plan.pixelFormat)) {
     colour.range = AVCOL_RANGE_JPEG;

@@ -12,6 +12,7 @@
 
 #include "media/av_handles.h"
 #include "media/frame_shape.h"
+#include "media/pixel_layout.h"
 
 extern "C" {
 #include <libavutil/imgutils.h>

@@ -9,7 +9,7 @@
 #include <fstream>
 
 #include "media/pending_file.h"
-#include "media/sequence_output.h"
+#include "media/temporary_folder.h"
 #include "tests/media/media_fixture.h"
 
 namespace media {

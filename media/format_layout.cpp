@@ -1,9 +1,10 @@
-// media/pixel_layout.cpp — where a pixel format keeps its components.
-#include "media/pixel_layout.h"
+// media/format_layout.cpp — the layouts of FFmpeg's pixel formats.
+#include "media/format_layout.h"
 
 #include <algorithm>
 #include <string>
 
+#include "media/colour_transform.h"
 #include "media/error.h"
 
 extern "C" {
@@ -112,6 +113,10 @@ AVPixelFormat formatWithLayout(AVPixelFormat format) {
   if (format == AV_PIX_FMT_MONOWHITE || format == AV_PIX_FMT_MONOBLACK) return AV_PIX_FMT_GRAY8;
   if (alpha) return deep ? AV_PIX_FMT_RGBA64 : AV_PIX_FMT_RGBA;
   return deep ? AV_PIX_FMT_RGB48 : AV_PIX_FMT_RGB24;
+}
+
+AVColorSpace effectiveSpace(AVColorSpace declared, int width, int height) noexcept {
+  return static_cast<AVColorSpace>(effectiveMatrix(matrixOf(declared), width, height));
 }
 
 }  // namespace media
