@@ -10,13 +10,13 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/commands.h"
+#include "cli/job_report.h"
 #include "cli/new_project.h"
 #include "cli/output_file.h"
 #include "cli/output_options.h"
 #include "cli/project_file.h"
 #include "cli/same_file.h"
 #include "cli/workbench.h"
-#include "footage/flicker.h"
 #include "media/format_help.h"
 
 namespace cli {
@@ -26,6 +26,7 @@ struct AnalyzeOptions {
   ClipOptions clip;
   std::string project;
   EffectOptions effect;
+  ShotOptions shots;
   WorkOptions work;
   ConsoleOptions console;
   bool force = false;
@@ -37,17 +38,19 @@ void run(const AnalyzeOptions& options) {
   requireWritable(options.project, options.force);
   Console console(options.console);
   Workbench bench(options.clip, options.work, console);
-  bench.analyze(options.effect);
+  bench.analyze(options.effect, options.shots);
+  reportFindings(bench.found(), console);
   const Project project = newProject(bench, options.clip, options.project);
   writeProject(options.project, project, options.force);
   for (const std::string& warning : bench.source().reader().warnings()) console.warn(warning);
 
   const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
-  const double flicker = footage::flickerRms(readLevels(project.effect.sequenceData).input);
+  const double flicker = figuresOf(bench.levels().input, bench.found()).flicker;
   if (console.json()) {
     const nlohmann::ordered_json line{{"event", "done"},
                                       {"output", options.project},
                                       {"frames", project.layerFrames},
+                                      {"shots", project.shots.size()},
                                       {"seconds", spent.count()},
                                       {"flickerPercent", {{"before", flicker}}}};
     console.result(line.dump());
@@ -68,6 +71,7 @@ void addAnalyzeCommand(CLI::App& app, Work& work) {
       ->add_option("-o,--output", options->project, "The project to write, such as shot.varilum.")
       ->required()
       ->type_name("PROJECT");
+  addShotOptions(*command, options->shots);
   addEffectOptions(*command, options->effect);
   addReadOptions(*command, options->clip.read);
   addForceOption(*command, options->force);

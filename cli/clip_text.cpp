@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "cli/shot_text.h"
+
 namespace cli {
 namespace {
 
@@ -48,7 +50,9 @@ std::string clipText(const media::ClipInfo& clip) {
   return text;
 }
 
-std::string clipJson(const media::ClipInfo& clip) {
+namespace {
+
+nlohmann::ordered_json jsonOf(const media::ClipInfo& clip) {
   nlohmann::ordered_json streams = nlohmann::ordered_json::array();
   for (const media::OtherStream& stream : clip.otherStreams) {
     streams.push_back({{"index", stream.index},
@@ -56,28 +60,44 @@ std::string clipJson(const media::ClipInfo& clip) {
                        {"codec", stream.codec},
                        {"language", stream.language}});
   }
-  const nlohmann::ordered_json object{
-      {"clip", clip.path},
-      {"container", clip.container},
-      {"codec", clip.codec},
-      {"width", clip.width},
-      {"height", clip.height},
-      {"rotationDegrees", clip.rotationDegrees},
-      {"frames", clip.frameCount},
-      {"framesExact", clip.frameCountExact},
-      {"frameRate", {{"num", clip.frameRate.num}, {"den", clip.frameRate.den}}},
-      {"variableFrameRate", clip.variableFrameRate},
-      {"durationSeconds", clip.durationSeconds},
-      {"pixelFormat", clip.pixelFormat},
-      {"bitsPerComponent", clip.bitsPerComponent},
-      {"renderDepth", depthName(clip.workingDepth)},
-      {"colour",
-       {{"range", clip.colourRange},
-        {"matrix", clip.colourMatrix},
-        {"primaries", clip.colourPrimaries},
-        {"transfer", clip.colourTransfer}}},
-      {"otherStreams", streams}};
+  return {{"clip", clip.path},
+          {"container", clip.container},
+          {"codec", clip.codec},
+          {"width", clip.width},
+          {"height", clip.height},
+          {"rotationDegrees", clip.rotationDegrees},
+          {"frames", clip.frameCount},
+          {"framesExact", clip.frameCountExact},
+          {"frameRate", {{"num", clip.frameRate.num}, {"den", clip.frameRate.den}}},
+          {"variableFrameRate", clip.variableFrameRate},
+          {"durationSeconds", clip.durationSeconds},
+          {"pixelFormat", clip.pixelFormat},
+          {"bitsPerComponent", clip.bitsPerComponent},
+          {"renderDepth", depthName(clip.workingDepth)},
+          {"colour",
+           {{"range", clip.colourRange},
+            {"matrix", clip.colourMatrix},
+            {"primaries", clip.colourPrimaries},
+            {"transfer", clip.colourTransfer}}},
+          {"otherStreams", streams}};
+}
+
+std::string dumped(const nlohmann::ordered_json& object) {
   return object.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace
+
+std::string clipJson(const media::ClipInfo& clip) {
+  return dumped(jsonOf(clip));
+}
+
+std::string clipJson(const media::ClipInfo& clip, std::span<const ShotFindings> shots,
+                     const Levels& levels) {
+  nlohmann::ordered_json object = jsonOf(clip);
+  nlohmann::ordered_json& list = object["shots"] = nlohmann::ordered_json::array();
+  for (const ShotFindings& shot : shots) list.push_back(shotJson(shot, levels));
+  return dumped(object);
 }
 
 }  // namespace cli

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "cli/commands.h"
+#include "cli/job_report.h"
 #include "cli/output_options.h"
 #include "cli/plot_file.h"
 #include "cli/render_job.h"
@@ -21,6 +22,7 @@ struct DeflickerOptions {
   std::string output;
   std::string plot;
   EffectOptions effect;
+  ShotOptions shots;
   OutputOptions writing;
   WorkOptions work;
   ConsoleOptions console;
@@ -35,15 +37,16 @@ void run(const DeflickerOptions& options) {
   Workbench bench(options.clip, options.work, console);
   checkAgainstClip(options.effect, bench.source().clip());
   Output output(options.output, bench, options.writing, {}, console);
-  bench.analyze(options.effect);
+  bench.analyze(options.effect, options.shots);
+  reportFindings(bench.found(), console);
   const media::FrameRange all{0, bench.source().info().frameCount - 1};
-  const RenderReport report =
+  const JobResult job =
       renderTo(output, bench, options.writing, workerCount(options.work), all, console);
   if (!options.plot.empty()) {
-    writePlot(options.plot, bench.source().clip(), bench.levels(), report.output);
+    writePlot(options.plot, bench.source().clip(), bench.levels(), bench.found(), job.frames);
   }
   const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
-  reportRendering(report, options.output, spent.count(), console);
+  reportRendering(job, options.output, spent.count(), console);
 }
 
 }  // namespace
@@ -54,6 +57,7 @@ void addDeflickerCommand(CLI::App& app, Work& work) {
   auto options = std::make_shared<DeflickerOptions>();
   command->add_option("IN", options->clip.path, media::kInputHelp)->required();
   command->add_option("OUT", options->output, media::kOutputHelp)->required();
+  addShotOptions(*command, options->shots);
   addEffectOptions(*command, options->effect);
   addReadOptions(*command, options->clip.read);
   addOutputOptions(*command, options->writing);

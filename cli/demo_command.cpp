@@ -82,9 +82,9 @@ Steadied steady(const DemoFiles& files, const DemoOptions& options, Console& con
   OutputOptions output;
   output.force = options.force;
   Output steady(files.steady.string(), bench, output, std::nullopt, console);
-  bench.analyze({});
+  bench.analyze({}, {});
   renderTo(steady, bench, output, workerCount(options.work), {0, kDemoFrames - 1}, console);
-  return {bench.levels().desired, readSettings(bench.instance()).smoothingFrames};
+  return {bench.levels().desired, readSettings(bench.shot(0).instance()).smoothingFrames};
 }
 
 PlotData plotOf(const DemoLevels& levels, const DemoFiles& files) {

@@ -10,30 +10,11 @@
 #include <charconv>
 #include <cmath>
 
+#include "cli/effect_parameters.h"
 #include "cli/error.h"
 
 namespace cli {
 namespace {
-
-// The effect's names of its parameters.
-constexpr const char* kSpeed = "Speed (1=accurate, 5=fast)";
-constexpr const char* kUseSubrect = "Analyze within sub-rectangle";
-constexpr const char* kCorner1 = "1st sub-rectangle corner";
-constexpr const char* kCorner2 = "2nd sub-rectangle corner";
-constexpr const char* kFavorBrighter = "Favor brighter pixels";
-constexpr const char* kDontDeflicker = "Don't deflicker";
-constexpr const char* kDeflickerMethod = "Deflicker method";
-constexpr const char* kCorrectionMethod = "Correction method";
-constexpr const char* kSmoothingFrames = "Number of smoothing frames";
-constexpr const char* kAdjustClipping = "Adjust for clipping";
-constexpr const char* kClippingPercent = "Adjust for clipping at %";
-constexpr const char* kLuminance = "Luminance";
-constexpr const char* kShiftSpread = "Shift spread";
-constexpr const char* kNeedsAnalyze = "Needs Analyze";
-
-constexpr int kMethodKeyframes = 1;
-constexpr int kMethodShift = 2;
-constexpr int kMethodGamma = 3;
 
 constexpr const char* kDeflickeringGroup = "Deflickering";
 constexpr const char* kAnalysisGroup = "Analysis (changing one of these analyses anew)";
@@ -42,9 +23,10 @@ struct Choice {
   const char* name;
   int value;
 };
-constexpr Choice kDeflickerMethods[] = {{"keyframes", kMethodKeyframes}, {"smoothing", 2}};
+constexpr Choice kDeflickerMethods[] = {{"keyframes", kMethodKeyframes},
+                                        {"smoothing", kMethodSmoothing}};
 constexpr Choice kCorrectionMethods[] = {
-    {"linear", 1}, {"shift", kMethodShift}, {"gamma", kMethodGamma}};
+    {"linear", kCorrectLinear}, {"shift", kCorrectShift}, {"gamma", kCorrectGamma}};
 
 std::optional<double> parseNumber(const std::string& text) {
   double value = 0.0;
@@ -153,46 +135,35 @@ void addOne(CLI::App& command, const std::string& name, const std::string& value
   command.add_option_function<std::string>(name, take, help)->type_name(value)->group(group);
 }
 
-// The corners of a rectangle on the picture as a player shows it, in stored pixels.
-std::array<host::Point, 2> storedCorners(const std::array<double, 4>& rect,
-                                         const media::ClipInfo& clip) {
-  const double width = clip.width;
-  const double height = clip.height;
-  const auto stored = [&](double x, double y) -> host::Point {
-    switch (clip.rotationDegrees) {
-      case 90:
-        return {y, height - x};
-      case 180:
-        return {width - x, height - y};
-      case 270:
-        return {width - y, x};
-      default:
-        return {x, y};
-    }
-  };
-  return {stored(rect[0], rect[1]), stored(rect[2], rect[3])};
-}
-
-void applyDontDeflicker(const std::vector<FrameSpan>& spans, std::int64_t frames,
-                        host::Parameter parameter) {
-  std::vector<bool> left(static_cast<std::size_t>(frames), false);
-  for (const FrameSpan& span : spans) {
-    const std::int64_t last = std::min(span.last.value_or(frames - 1), frames - 1);
-    for (std::int64_t f = span.first; f <= last; ++f) left[static_cast<std::size_t>(f)] = true;
+void checkTarget(const EffectOptions& options, std::int64_t frameCount) {
+  if (!options.luminance.empty()) throw UsageError("Give --target or --luminance, not both.");
+  if (options.deflickerMethod) {
+    throw UsageError("--target chooses the deflicker method; leave --deflicker-method out.");
   }
-  parameter.removeKeyframes();
-  bool now = !left.empty() && left.front();
-  parameter.set(now ? 1.0 : 0.0);
-  if (std::adjacent_find(left.begin(), left.end(), std::not_equal_to<>()) == left.end()) return;
-  parameter.setAt(0, now ? 1.0 : 0.0);
-  for (std::size_t f = 1; f < left.size(); ++f) {
-    if (left[f] == now) continue;
-    now = left[f];
-    parameter.setAt(static_cast<std::int32_t>(f), now ? 1.0 : 0.0);
+  const Target& target = *options.target;
+  const std::int64_t last = target.kind == Target::Kind::ramp     ? target.to
+                            : target.kind == Target::Kind::points ? target.points.back().frame
+                                                                  : 0;
+  if (last >= frameCount) {
+    throw UsageError(fmt::format("--target: frame {} is beyond the clip, whose frames are 0..{}.",
+                                 last, frameCount - 1));
   }
 }
 
 }  // namespace
+
+bool asksForAnything(const EffectOptions& o) noexcept {
+  return o.deflickerMethod || o.correctionMethod || o.target || o.smoothingFrames ||
+         o.adjustClipping || o.subrect || o.speed || o.favorBrighter || !o.luminance.empty() ||
+         !o.shiftSpread.empty() || o.dontDeflicker;
+}
+
+bool setsLevelsByFrame(const EffectOptions& options) noexcept {
+  using Kind = Target::Kind;
+  const bool drawn = options.target &&
+                     (options.target->kind == Kind::ramp || options.target->kind == Kind::points);
+  return drawn || options.luminance.size() > 1 || options.shiftSpread.size() > 1;
+}
 
 void addEffectOptions(CLI::App& command, EffectOptions& options) {
   const std::string deflickering = kDeflickeringGroup;
@@ -203,9 +174,14 @@ void addEffectOptions(CLI::App& command, EffectOptions& options) {
          [&options](const std::string& text) {
            options.deflickerMethod = parseChoice("--deflicker-method", text, kDeflickerMethods);
          });
+  addOne(command, "--target", "TARGET", deflickering,
+         fmt::format("What the levels of a shot follow: {}. But for 'smoothing', which the effect "
+                     "does itself, the curve becomes keyframes. Default: smoothing.",
+                     targetHelp()),
+         [&options](const std::string& text) { options.target = parseTarget(text); });
   addOne(command, "--smoothing-frames", "N", deflickering,
-         "Frames averaged on either side of each frame by 'smoothing', 1 to 60; more steadies "
-         "slower changes, also wanted ones. Default: 30.",
+         "Frames looked at on either side of each frame, 1 to 60; more steadies slower changes, "
+         "also wanted ones. Default: 30.",
          [&options](const std::string& text) {
            options.smoothingFrames = parseWhole("--smoothing-frames", text, 1, 60);
          });
@@ -242,15 +218,19 @@ void addEffectOptions(CLI::App& command, EffectOptions& options) {
   addOne(
       command, "--speed", "N", analysis,
       "Measure every N-th pixel each way, 1 (accurate) to 20 (fast); small pictures are "
-      "measured more finely. Default: 5.",
+      "measured more finely. Default: 2.",
       [&options](const std::string& text) { options.speed = parseWhole("--speed", text, 1, 20); });
-  addOne(command, "--subrect", "X1,Y1,X2,Y2|off", analysis,
+  addOne(command, "--subrect", "X1,Y1,X2,Y2|auto|off", analysis,
          "Measure only between two corners, in pixels from the top left of the picture as shown; "
-         "the second corner is just outside. For scenes with moving bright things. Default: off, "
-         "the whole picture.",
+         "the second corner is just outside. For scenes with moving bright things. 'auto': without "
+         "the bars of letterbox and pillar box, where there are any. Default: off, the whole "
+         "picture.",
          [&options](const std::string& text) {
            using Rect = Switch<std::array<double, 4>>;
-           options.subrect = text == "off" ? Rect{} : Rect{true, parseRect("--subrect", text)};
+           options.subrectAuto = text == "auto";
+           options.subrect = text == "off" || options.subrectAuto
+                                 ? Rect{}
+                                 : Rect{true, parseRect("--subrect", text)};
          });
   command
       .add_flag_function(
@@ -275,6 +255,7 @@ void addEffectOptions(CLI::App& command, EffectOptions& options) {
 }
 
 void checkAgainstClip(const EffectOptions& options, const media::ClipInfo& clip) {
+  if (options.target) checkTarget(options, clip.frameCount);
   if (options.subrect && options.subrect->on) {
     const bool turned = clip.rotationDegrees % 180 != 0;
     const int width = turned ? clip.height : clip.width;
@@ -299,97 +280,6 @@ void checkAgainstClip(const EffectOptions& options, const media::ClipInfo& clip)
     for (const FrameSpan& span : options.dontDeflicker->value) {
       lastFrameIn(span, clip.frameCount, "--dont-deflicker");
     }
-  }
-}
-
-void applyEffectOptions(const EffectOptions& options, const media::ClipInfo& clip,
-                        host::Instance& instance) {
-  const auto set = [&](const char* name, const auto& value) {
-    if (value) instance.param(name).set(static_cast<double>(*value));
-  };
-  set(kSpeed, options.speed);
-  set(kFavorBrighter, options.favorBrighter);
-  if (options.subrect) {
-    if (options.subrect->on) {
-      const auto corners = storedCorners(options.subrect->value, clip);
-      instance.param(kCorner1).set(corners[0]);
-      instance.param(kCorner2).set(corners[1]);
-    }
-    instance.param(kUseSubrect).set(options.subrect->on ? 1.0 : 0.0);
-  }
-  if (options.dontDeflicker) {
-    applyDontDeflicker(options.dontDeflicker->value, clip.frameCount,
-                       instance.param(kDontDeflicker));
-  }
-  if (!options.luminance.empty()) {
-    host::Parameter luminance = instance.param(kLuminance);
-    luminance.removeKeyframes();
-    for (const LevelKey& key : options.luminance) {
-      const std::string level = fmt::format("{}", key.value);
-      if (key.frame) {
-        luminance.setTextAt(static_cast<std::int32_t>(*key.frame), level);
-      } else {
-        luminance.setText(level);
-      }
-    }
-  }
-  if (!options.shiftSpread.empty()) {
-    host::Parameter spread = instance.param(kShiftSpread);
-    spread.removeKeyframes();
-    for (const LevelKey& key : options.shiftSpread) {
-      if (key.frame) {
-        spread.setAt(static_cast<std::int32_t>(*key.frame), key.value);
-      } else {
-        spread.set(key.value);
-      }
-    }
-  }
-  set(kSmoothingFrames, options.smoothingFrames);
-  set(kCorrectionMethod, options.correctionMethod);
-  if (options.adjustClipping) {
-    if (options.adjustClipping->on) {
-      instance.param(kClippingPercent).set(options.adjustClipping->value);
-    }
-    instance.param(kAdjustClipping).set(options.adjustClipping->on ? 1.0 : 0.0);
-  }
-  // Last, and also when it stays as it is: the effect is not told of changed levels, and computes
-  // its targets anew when told of the method.
-  host::Parameter method = instance.param(kDeflickerMethod);
-  const int implied =
-      options.luminance.empty() ? static_cast<int>(method.value()) : kMethodKeyframes;
-  method.set(options.deflickerMethod.value_or(implied));
-}
-
-EffectSettings readSettings(host::Instance& instance) {
-  EffectSettings settings;
-  settings.keyframes = instance.param(kDeflickerMethod).value() == kMethodKeyframes;
-  settings.correctionMethod = static_cast<int>(instance.param(kCorrectionMethod).value());
-  settings.adjustClipping = instance.param(kAdjustClipping).value() != 0.0;
-  settings.useSubrect = instance.param(kUseSubrect).value() != 0.0;
-  const host::Point a = instance.param(kCorner1).point();
-  const host::Point b = instance.param(kCorner2).point();
-  const auto whole = [](double v) { return static_cast<int>(std::floor(v)); };
-  settings.rect = {whole(std::min(a.x, b.x)), whole(std::min(a.y, b.y)), whole(std::max(a.x, b.x)),
-                   whole(std::max(a.y, b.y))};
-  settings.favorBrighter = instance.param(kFavorBrighter).value() != 0.0;
-  settings.smoothingFrames = static_cast<int>(instance.param(kSmoothingFrames).value());
-  settings.analyzed = instance.param(kNeedsAnalyze).value() != 0.0;
-  return settings;
-}
-
-void warnOfIdleOptions(const EffectOptions& options, const EffectSettings& settings,
-                       Console& console) {
-  if (!options.luminance.empty() && !settings.keyframes) {
-    console.warn("--luminance does not act with --deflicker-method smoothing.");
-  }
-  if (options.smoothingFrames && settings.keyframes) {
-    console.warn("--smoothing-frames does not act with --deflicker-method keyframes.");
-  }
-  if (!options.shiftSpread.empty() &&
-      !(settings.keyframes && settings.correctionMethod == kMethodShift)) {
-    console.warn(
-        "--shift-spread acts only with --deflicker-method keyframes and --correction-method "
-        "shift together.");
   }
 }
 

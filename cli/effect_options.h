@@ -8,9 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/console.h"
 #include "cli/frame_span.h"
-#include "host/instance.h"
+#include "cli/target.h"
 #include "media/clip_info.h"
 
 namespace CLI {
@@ -32,13 +31,19 @@ struct Switch {
   Value value{};
 };
 
+/// The speed that clips are analysed at unless asked otherwise. The effect's own, 5, takes so few
+/// pixels that the chance of which ones shows as flicker where there was next to none.
+inline constexpr int kUsualSpeed = 2;
+
 /// What the user asked for; what is not set keeps the effect's default, or what the project holds.
 struct EffectOptions {
   std::optional<int> deflickerMethod;   ///< popup value: 1 keyframes, 2 smoothing
   std::optional<int> correctionMethod;  ///< popup value: 1 linear, 2 shift, 3 gamma
+  std::optional<Target> target;
   std::optional<int> smoothingFrames;
   std::optional<Switch<double>> adjustClipping;          ///< percent
   std::optional<Switch<std::array<double, 4>>> subrect;  ///< x1 y1 x2 y2, as shown by a player
+  bool subrectAuto = false;  ///< the live picture of each shot, if it has bars; subrect is off then
   std::optional<int> speed;
   std::optional<bool> favorBrighter;
   std::vector<LevelKey> luminance;
@@ -46,32 +51,16 @@ struct EffectOptions {
   std::optional<Switch<std::vector<FrameSpan>>> dontDeflicker;
 };
 
+bool asksForAnything(const EffectOptions& options) noexcept;
+
+/// Whether levels are asked for frame by frame, so that a held picture may have to change.
+bool setsLevelsByFrame(const EffectOptions& options) noexcept;
+
 /// Adds the options to a command, in the groups "Deflickering" and "Analysis".
 void addEffectOptions(CLI::App& command, EffectOptions& options);
 
-/// Throws UsageError when a frame or the rectangle is not within the clip.
+/// Throws UsageError when a frame or the rectangle is not within the clip, or options contradict
+/// one another.
 void checkAgainstClip(const EffectOptions& options, const media::ClipInfo& clip);
-
-/// Edits the instance's parameters as a user would, in an order that leaves the effect's targets
-/// up to date. Call checkAgainstClip() first.
-void applyEffectOptions(const EffectOptions& options, const media::ClipInfo& clip,
-                        host::Instance& instance);
-
-/// The settings that decide how frames are rendered, read back from the instance.
-struct EffectSettings {
-  bool keyframes = false;
-  int correctionMethod = 1;
-  bool adjustClipping = false;
-  bool useSubrect = false;
-  std::array<int, 4> rect{};  ///< left, top, right, bottom in stored pixels
-  bool favorBrighter = false;
-  int smoothingFrames = 30;
-  bool analyzed = false;  ///< the effect takes its analysis for done
-};
-EffectSettings readSettings(host::Instance& instance);
-
-/// Says which of the options given cannot act together with the others.
-void warnOfIdleOptions(const EffectOptions& options, const EffectSettings& settings,
-                       Console& console);
 
 }  // namespace cli

@@ -12,6 +12,8 @@
 #include "cli/plot_file.h"
 #include "cli/project_file.h"
 #include "cli/project_text.h"
+#include "cli/shot_options.h"
+#include "cli/shot_text.h"
 #include "cli/workbench.h"
 
 namespace cli {
@@ -19,6 +21,8 @@ namespace {
 
 struct InfoOptions {
   ClipOptions subject;
+  ShotOptions shots;
+  bool look = false;  ///< for shots, in a clip
   bool json = false;
   std::string plot;
   bool force = false;
@@ -33,12 +37,12 @@ void print(const std::string& text) {
 
 void showProject(const InfoOptions& options) {
   const Project project = readProject(options.subject.path);
-  const Levels levels = readLevels(project.effect.sequenceData);
+  const Levels levels = levelsOf(project);
   if (!options.plot.empty()) {
     media::ClipInfo clip;
     clip.path = project.clip;
     clip.frameRate = {static_cast<int>(project.frameRate * 1000.0 + 0.5), 1000};
-    writePlot(options.plot, clip, levels, {});
+    writePlot(options.plot, clip, levels, findingsOf(project), {});
   }
   if (!options.console.quiet) {
     print(options.json ? projectJson(project, levels) : projectText(project, levels));
@@ -46,7 +50,7 @@ void showProject(const InfoOptions& options) {
 }
 
 void showClip(const InfoOptions& options) {
-  if (options.plot.empty()) {
+  if (options.plot.empty() && !options.look) {
     const media::ClipReader reader(options.subject.path, options.subject.read);
     if (!options.console.quiet) {
       print(options.json ? clipJson(reader.info()) : clipText(reader.info()));
@@ -55,12 +59,13 @@ void showClip(const InfoOptions& options) {
   }
   Console console(options.console);
   Workbench bench(options.subject, options.work, console);
-  bench.analyze({});
-  writePlot(options.plot, bench.source().clip(), bench.levels(), {});
-  if (!options.console.quiet) {
-    const media::ClipInfo& clip = bench.source().clip();
-    print(options.json ? clipJson(clip) : clipText(clip));
-  }
+  bench.analyze({}, options.shots);
+  const media::ClipInfo& clip = bench.source().clip();
+  const Levels levels = bench.levels();
+  const std::vector<ShotFindings> shots = bench.found();
+  if (!options.plot.empty()) writePlot(options.plot, clip, levels, shots, {});
+  if (options.console.quiet) return;
+  print(options.json ? clipJson(clip, shots, levels) : clipText(clip) + shotsText(shots, levels));
 }
 
 void run(const InfoOptions& options) {
@@ -85,13 +90,19 @@ void addInfoCommand(CLI::App& app, Work& work) {
   command
       ->add_option("--plot", options->plot,
                    "Draw input and desired brightness over all frames into this PNG; a clip is "
-                   "analysed for it.")
+                   "analysed for it, as it is for options about shots.")
       ->type_name("PNG")
       ->group("General");
+  addShotOptions(*command, options->shots);
   addForceOption(*command, options->force);
   addReadOptions(*command, options->subject.read);
   addGeneralOptions(*command, options->work, options->console);
-  command->callback([options, &work] { work = [options] { run(*options); }; });
+  command->callback([command, options, &work] {
+    for (const CLI::Option* option : command->get_options()) {
+      if (option->get_group() == kShotGroup && option->count() > 0) options->look = true;
+    }
+    work = [options] { run(*options); };
+  });
 }
 
 }  // namespace cli

@@ -1,6 +1,8 @@
 // cli/levels.cpp — what the effect's saved data says of each frame.
 #include "cli/levels.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -8,6 +10,25 @@
 #include "stats/flat_image.h"
 
 namespace cli {
+
+void appendShot(Levels& clip, const Levels& shot, const ShotFrames& frames) {
+  if (shot.input.size() != static_cast<std::size_t>(frames.pictureCount())) {
+    throw Failure("The analysis data do not fit the shots; analyse the clip again.");
+  }
+  const bool first = clip.input.empty();
+  for (std::int64_t frame = frames.first(); frame <= frames.last(); ++frame) {
+    const auto picture = static_cast<std::size_t>(frames.pictureOf(frame));
+    clip.input.push_back(shot.input[picture]);
+    clip.inputSpread.push_back(shot.inputSpread[picture]);
+    clip.desired.push_back(shot.desired[picture]);
+    clip.desiredSpread.push_back(shot.desiredSpread[picture]);
+    clip.analyzed.push_back(shot.analyzed[picture]);
+  }
+  clip.complete = shot.complete && (first || clip.complete);
+  clip.status = fmt::format("{} of {} frames analyzed",
+                            std::count(clip.analyzed.begin(), clip.analyzed.end(), true),
+                            clip.analyzed.size());
+}
 
 Levels readLevels(std::span<const std::byte> sequenceData) {
   const auto image = varilum::readFlatImage(sequenceData);

@@ -18,7 +18,11 @@ Project newProject(Workbench& bench, const ClipOptions& clip, const std::filesys
   project.fingerprint = fingerprintOf(bench.source());
   project.layerFrames = bench.source().info().frameCount;
   project.effectVersion = bench.effect().version();
-  project.effect = bench.instance().save();
+  project.target = toText(bench.target());
+  for (std::size_t i = 0; i < bench.shotCount(); ++i) {
+    Shot& shot = bench.shot(i);
+    project.shots.push_back({shot.found(), shot.instance().save()});
+  }
   return project;
 }
 

@@ -51,14 +51,24 @@ void setGraphs(host::Instance& instance, const PanelCommandOptions& options) {
   tick("Show blue histogram", options.blue);
 }
 
-// The panel with the time cursor on this frame, wherever the layer ends.
-void drawAt(Workbench& bench, host::Panel& panel, std::int32_t frame) {
-  const bool within = frame >= 0 && frame < bench.source().info().frameCount;
-  if (within) {
+host::Panel openPanel(Shot& shot, const PanelCommandOptions& options) {
+  setGraphs(shot.instance(), options);
+  host::PanelOptions look;
+  look.width = options.width;
+  look.fontSize = static_cast<float>(options.fontSize);
+  return host::Panel(shot.instance(), look);
+}
+
+// The panel of a shot with the time cursor on this frame of the clip, wherever the shot ends.
+void drawAt(Shot& shot, host::Panel& panel, std::int32_t frame) {
+  const ShotFrames& frames = shot.frames();
+  if (frames.holds(frame)) {
     panel.followInstance();
-    bench.instance().goTo(frame);
+    shot.instance().goTo(frames.pictureOf(frame));
   } else {
-    panel.placeCursor(frame);
+    const std::int64_t beyond = frame - frames.last() + frames.pictureCount() - 1;
+    panel.placeCursor(
+        static_cast<std::int32_t>(frame < frames.first() ? frame - frames.first() : beyond));
   }
   panel.drawUntilReady();
 }
@@ -67,15 +77,19 @@ std::filesystem::path pictureOf(const std::string& folder, std::int32_t frame) {
   return std::filesystem::path(folder) / fmt::format("panel.{:05}.png", frame);
 }
 
-void drawAll(Workbench& bench, host::Panel& panel, const PanelCommandOptions& options,
-             Console& console) {
-  const std::int32_t frames = bench.source().info().frameCount;
+void drawAll(Workbench& bench, const PanelCommandOptions& options, Console& console) {
   std::filesystem::create_directories(options.folder);
-  console.progress().begin("Painting", frames);
-  for (std::int32_t frame = 0; frame < frames; ++frame) {
-    drawAt(bench, panel, frame);
-    savePanel(panel, pictureOf(options.folder, frame), options.scale, options.force);
-    console.progress().update(frame + 1);
+  console.progress().begin("Painting", bench.source().info().frameCount);
+  for (std::size_t i = 0; i < bench.shotCount(); ++i) {
+    Shot& shot = bench.shot(i);
+    host::Panel panel = openPanel(shot, options);
+    const auto last = static_cast<std::int32_t>(shot.frames().last());
+    for (auto frame = static_cast<std::int32_t>(shot.frames().first()); frame <= last; ++frame) {
+      drawAt(shot, panel, frame);
+      savePanel(panel, pictureOf(options.folder, frame), options.scale, options.force);
+      console.progress().update(frame + 1);
+    }
+    panel.close();
   }
   console.progress().end();
 }
@@ -104,22 +118,18 @@ void run(const PanelCommandOptions& options) {
   Console console(options.console);
   Workbench bench(clip, options.work, console);
   requireSameClip(project, bench.source());
-  bench.open(project.effect, project.layerFrames);
+  bench.open(project);
   bench.adjust(options.effect);
-  setGraphs(bench.instance(), options);
-
-  host::PanelOptions look;
-  look.width = options.width;
-  look.fontSize = static_cast<float>(options.fontSize);
-  host::Panel panel(bench.instance(), look);
   if (!options.folder.empty()) {
-    drawAll(bench, panel, options, console);
+    drawAll(bench, options, console);
     report(options, project.layerFrames, console);
-  } else {
-    drawAt(bench, panel, options.frame);
-    savePanel(panel, options.output, options.scale, options.force);
-    report(options, 1, console);
+    return;
   }
+  Shot& shot = bench.shot(bench.shotAt(options.frame));
+  host::Panel panel = openPanel(shot, options);
+  drawAt(shot, panel, options.frame);
+  savePanel(panel, options.output, options.scale, options.force);
+  report(options, 1, console);
   panel.close();
 }
 
@@ -133,8 +143,10 @@ void addPanelCommand(CLI::App& app, Work& work) {
       ->required();
   command->add_option("-o,--output", options->output, "The picture to write.")->type_name("PNG");
   command
-      ->add_option("--frame", options->frame,
-                   "Where the time cursor stands; it may stand outside the clip. Default: 0.")
+      ->add_option(
+          "--frame", options->frame,
+          "Where the time cursor stands, in the clip; the panel is that of its shot. It may stand "
+          "outside the clip. Default: 0.")
       ->type_name("FRAME");
   command
       ->add_option("--all-frames", options->folder,

@@ -1,10 +1,12 @@
 // cli/plot_file.h — the plot that --plot asks for.
 #pragma once
 
+#include <span>
 #include <string>
-#include <vector>
 
+#include "cli/job_result.h"
 #include "cli/levels.h"
+#include "cli/shot_findings.h"
 #include "media/clip_info.h"
 
 namespace cli {
@@ -12,9 +14,10 @@ namespace cli {
 /// Throws Failure when --plot was given and its file may not be written. Empty path: nothing.
 void requirePlotWritable(const std::string& path, bool force);
 
-/// Input and desired levels from the analysis; output levels as measured while rendering, or empty.
-/// Frames that were not to be deflickered leave a gap.
+/// Input and desired levels from the analysis; output levels as measured while rendering, from the
+/// first frame on, or none. Shots are shaded in turn, outliers pointed at. Frames that were not to
+/// be deflickered leave a gap.
 void writePlot(const std::string& path, const media::ClipInfo& clip, const Levels& levels,
-               const std::vector<double>& output);
+               std::span<const ShotFindings> shots, std::span<const FrameResult> rendered);
 
 }  // namespace cli

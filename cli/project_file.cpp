@@ -1,27 +1,24 @@
-// cli/project_file.cpp — a fixed preamble, a JSON header, the effect's own flat data.
+// cli/project_file.cpp — a fixed preamble, a header, the effect's own flat data.
 #include "cli/project_file.h"
 
 #include <fmt/format.h>
 
 #include <bit>
-#include <cmath>
 #include <cstring>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <span>
 #include <vector>
 
 #include "cli/crc32.h"
 #include "cli/error.h"
 #include "cli/output_file.h"
+#include "cli/project_header.h"
 
 namespace cli {
 namespace {
 
-using nlohmann::json;
-
 constexpr std::array<char, 8> kMagic{'V', 'A', 'R', 'I', 'L', 'U', 'M', '\n'};
-constexpr std::uint32_t kVersion = 1;
+constexpr std::uint32_t kVersion = 2;
 
 struct Preamble {
   std::array<char, 8> magic;
@@ -41,110 +38,6 @@ constexpr std::uint64_t kMostHeaderBytes = 1ULL << 30;
 
 std::uint32_t ownSum(const Preamble& preamble) {
   return crc32(std::as_bytes(std::span(&preamble, 1)).first(offsetof(Preamble, ownSum)));
-}
-
-std::string toHex(const std::vector<std::byte>& bytes) {
-  std::string text;
-  for (const std::byte b : bytes) text += fmt::format("{:02x}", std::to_integer<unsigned>(b));
-  return text;
-}
-
-std::vector<std::byte> fromHex(const std::string& text) {
-  const auto digit = [](char c) -> unsigned {
-    if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
-    if (c >= 'a' && c <= 'f') return static_cast<unsigned>(c - 'a' + 10);
-    throw std::invalid_argument("not a hexadecimal number");
-  };
-  if (text.size() % 2 != 0) throw std::invalid_argument("odd number of hexadecimal digits");
-  std::vector<std::byte> bytes;
-  bytes.reserve(text.size() / 2);
-  for (std::size_t i = 0; i < text.size(); i += 2) {
-    bytes.push_back(static_cast<std::byte>(digit(text[i]) * 16 + digit(text[i + 1])));
-  }
-  return bytes;
-}
-
-json toJson(const host::SavedParameter& parameter) {
-  json keys = json::array();
-  for (const auto& key : parameter.keys) {
-    json entry{{"frame", key.frame}, {"value", key.value}};
-    if (key.y != 0.0) entry["y"] = key.y;
-    if (!key.opaque.empty()) entry["data"] = toHex(key.opaque);
-    keys.push_back(std::move(entry));
-  }
-  return {{"id", parameter.id},
-          {"name", parameter.name},
-          {"type", parameter.type},
-          {"constant", parameter.constant},
-          {"keys", std::move(keys)}};
-}
-
-double finite(const json& value) {
-  const double number = value.get<double>();
-  if (!std::isfinite(number)) throw std::invalid_argument("a number is not finite");
-  return number;
-}
-
-host::SavedParameter parameterFrom(const json& value) {
-  host::SavedParameter parameter;
-  parameter.id = value.at("id").get<std::int32_t>();
-  parameter.name = value.at("name").get<std::string>();
-  parameter.type = value.at("type").get<std::int32_t>();
-  parameter.constant = value.at("constant").get<bool>();
-  for (const json& entry : value.at("keys")) {
-    host::SavedKeyframe key;
-    key.frame = entry.at("frame").get<std::int32_t>();
-    if (key.frame < 0) throw std::invalid_argument("a keyframe before the first frame");
-    key.value = finite(entry.at("value"));
-    if (entry.contains("y")) key.y = finite(entry.at("y"));
-    if (entry.contains("data")) key.opaque = fromHex(entry.at("data").get<std::string>());
-    parameter.keys.push_back(std::move(key));
-  }
-  return parameter;
-}
-
-json headerOf(const Project& project) {
-  json parameters = json::array();
-  for (const auto& parameter : project.effect.parameters) parameters.push_back(toJson(parameter));
-  const ClipFingerprint& print = project.fingerprint;
-  return {{"program", project.program},
-          {"clip",
-           {{"path", project.clip},
-            {"relative", project.clipRelative},
-            {"startNumber", project.startNumber},
-            {"frameRate", project.frameRate},
-            {"width", print.width},
-            {"height", print.height},
-            {"frames", print.frames},
-            {"pixels", print.pixels}}},
-          {"effect",
-           {{"version", project.effectVersion},
-            {"frames", project.layerFrames},
-            {"parameters", std::move(parameters)}}}};
-}
-
-void takeHeader(const json& header, Project& project) {
-  const json& clip = header.at("clip");
-  const json& effect = header.at("effect");
-  project.program = header.at("program").get<std::string>();
-  project.clip = clip.at("path").get<std::string>();
-  project.clipRelative = clip.at("relative").get<std::string>();
-  project.startNumber = clip.at("startNumber").get<int>();
-  project.frameRate = finite(clip.at("frameRate"));
-  ClipFingerprint& print = project.fingerprint;
-  print.width = clip.at("width").get<int>();
-  print.height = clip.at("height").get<int>();
-  print.frames = clip.at("frames").get<std::int64_t>();
-  print.pixels = clip.at("pixels").get<std::array<std::uint32_t, 3>>();
-  project.effectVersion = effect.at("version").get<std::uint32_t>();
-  project.layerFrames = effect.at("frames").get<std::int32_t>();
-  if (print.width < 1 || print.height < 1 || project.layerFrames < 1 ||
-      print.frames < project.layerFrames) {
-    throw std::invalid_argument("a size or frame count is out of range");
-  }
-  for (const json& parameter : effect.at("parameters")) {
-    project.effect.parameters.push_back(parameterFrom(parameter));
-  }
 }
 
 [[noreturn]] void damaged(const std::filesystem::path& path, const std::string& why) {
@@ -176,9 +69,11 @@ std::vector<std::byte> readAll(const std::filesystem::path& path) {
 }  // namespace
 
 void writeProject(const std::filesystem::path& path, const Project& project, bool force) {
-  const std::string header =
-      headerOf(project).dump(1, ' ', false, json::error_handler_t::replace) + "\n";
-  const std::vector<std::byte>& data = project.effect.sequenceData;
+  const std::string header = projectHeader(project);
+  std::vector<std::byte> data;
+  for (const ProjectShot& shot : project.shots) {
+    data.insert(data.end(), shot.effect.sequenceData.begin(), shot.effect.sequenceData.end());
+  }
   Preamble preamble{};
   preamble.magic = kMagic;
   preamble.version = kVersion;
@@ -226,15 +121,12 @@ Project readProject(const std::filesystem::path& path) {
   if (crc32(header) != preamble.headerSum) damaged(path, "its settings were changed");
   if (crc32(data) != preamble.dataSum) damaged(path, "its analysis was changed");
 
-  Project project;
+  const char* text = reinterpret_cast<const char*>(header.data());
   try {
-    const char* text = reinterpret_cast<const char*>(header.data());
-    takeHeader(json::parse(text, text + header.size()), project);
+    return projectFrom({text, header.size()}, preamble.version, data);
   } catch (const std::exception&) {
     damaged(path, "its settings make no sense");
   }
-  project.effect.sequenceData.assign(data.begin(), data.end());
-  return project;
 }
 
 bool looksLikeProject(const std::filesystem::path& path) noexcept {

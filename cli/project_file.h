@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <vector>
 
+#include "cli/shot_findings.h"
 #include "host/instance.h"
 
 namespace cli {
@@ -23,6 +25,12 @@ struct ClipFingerprint {
   friend bool operator==(const ClipFingerprint&, const ClipFingerprint&) = default;
 };
 
+/// A part of the clip with an instance of the effect of its own.
+struct ProjectShot {
+  ShotFindings found;
+  host::SavedInstance effect;  ///< flat data and parameters; its frames are pictures of the shot
+};
+
 struct Project {
   std::string program;       ///< version of the program that wrote it
   std::string clip;          ///< absolute path of the clip
@@ -30,15 +38,17 @@ struct Project {
   int startNumber = -1;      ///< of an image sequence, when it was given; else -1
   double frameRate = 0.0;    ///< of the clip, frames a second; 0 = unknown
   ClipFingerprint fingerprint;
-  std::int32_t layerFrames = 0;     ///< frames analysed; fewer than the clip's if it breaks off
-  std::uint32_t effectVersion = 0;  ///< packed, as the effect reports it
-  host::SavedInstance effect;       ///< flat data and parameters
+  std::int32_t layerFrames = 0;      ///< frames analysed; fewer than the clip's if it breaks off
+  std::uint32_t effectVersion = 0;   ///< packed, as the effect reports it
+  std::string target = "smoothing";  ///< what was asked of the levels, as Target reads it
+  std::vector<ProjectShot> shots;    ///< in order, frames 0 .. layerFrames - 1 among them
 };
 
 /// Throws Failure: exists and no force, unwritable, disk full.
 void writeProject(const std::filesystem::path& path, const Project& project, bool force);
 
-/// Throws Failure: missing, no project, damaged, from a newer program.
+/// Reads every version there was; one of version 1 has one shot. Throws Failure: missing, no
+/// project, damaged, from a newer program.
 Project readProject(const std::filesystem::path& path);
 
 /// True when the file starts like a project.

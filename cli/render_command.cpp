@@ -8,6 +8,7 @@
 
 #include "cli/commands.h"
 #include "cli/frame_span.h"
+#include "cli/job_report.h"
 #include "cli/output_options.h"
 #include "cli/plot_file.h"
 #include "cli/project_clip.h"
@@ -49,15 +50,15 @@ void run(const RenderOptions& options) {
   if (options.frames) {
     frames = {options.frames->first, lastFrameIn(*options.frames, layerFrames, "--frames")};
   }
-  bench.open(project.effect, project.layerFrames);
+  bench.open(project);
   std::optional<media::FrameRange> cut;
   if (options.frames) cut = frames;
   Output output(options.output, bench, options.writing, cut, console);
   bench.adjust(options.effect);
-  const RenderReport report =
+  const JobResult job =
       renderTo(output, bench, options.writing, workerCount(options.work), frames, console);
   const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
-  reportRendering(report, options.output, spent.count(), console);
+  reportRendering(job, options.output, spent.count(), console);
 }
 
 }  // namespace

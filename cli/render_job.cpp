@@ -3,42 +3,37 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <chrono>
-#include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "cli/error.h"
+#include "cli/forecast.h"
+#include "cli/job_report.h"
 #include "cli/render_pipeline.h"
-#include "footage/flicker.h"
 #include "media/error.h"
 
 namespace cli {
 namespace {
 
-constexpr int kGamma = 3;
-// Differences below this, in percent, are rounding.
-constexpr double kFlickerTolerance = 0.01;
-
 // "Adjust for clipping" works in the classic render at 8 bits alone.
-bool clippingActs(const EffectSettings& settings, host::Depth depth, Console& console) {
-  if (!settings.adjustClipping) return false;
-  if (settings.correctionMethod == kGamma) {
+host::RenderPath choosePath(const EffectSettings& settings, host::Depth depth, host::Role role) {
+  const bool acts = settings.adjustClipping && settings.correctionMethod != kCorrectGamma &&
+                    depth == host::Depth::bits8;
+  return acts || role == host::Role::premiere ? host::RenderPath::classic : host::RenderPath::smart;
+}
+
+void warnOfIdleClipping(const EffectSettings& settings, host::Depth depth, Console& console) {
+  if (!settings.adjustClipping) return;
+  if (settings.correctionMethod == kCorrectGamma) {
     console.warn("--adjust-clipping does not act with --correction-method gamma.");
-    return false;
-  }
-  if (depth != host::Depth::bits8) {
+  } else if (depth != host::Depth::bits8) {
     console.warn(fmt::format(
         "--adjust-clipping does not act at {} bits; add --depth 8 if it matters more than depth.",
         static_cast<int>(depth)));
-    return false;
   }
-  return true;
-}
-
-host::RenderPath choosePath(bool clippingActs, host::Role role) {
-  return clippingActs || role == host::Role::premiere ? host::RenderPath::classic
-                                                      : host::RenderPath::smart;
 }
 
 LevelArea areaOf(const EffectSettings& settings) {
@@ -53,43 +48,158 @@ LevelArea areaOf(const EffectSettings& settings) {
   return area;
 }
 
-// Frames without a level of their own: black ones and those not to be deflickered. The effect has
-// nothing to base a correction on and would use that of whichever frame it rendered before.
-std::vector<bool> withoutLevel(const Levels& levels) {
-  std::vector<bool> without(levels.input.size());
-  for (std::size_t i = 0; i < without.size(); ++i) without[i] = !(levels.input[i] > 0.0);
-  return without;
-}
+// One run of the effect over all shots, shot by shot as the clip goes on.
+class Job {
+ public:
+  Job(Workbench& bench, host::Depth depth, int workers, media::FrameRange frames, Console& console)
+      : bench_(bench), console_(console) {
+    for (std::size_t i = 0; i < bench.shotCount(); ++i) addShot(bench.shot(i), depth);
+    plan_.first = frames.first;
+    plan_.last = frames.last;
+    plan_.depth = depth;
+    plan_.workers = workers;
+    plan_.route = [this](std::int64_t frame) { return route(frame); };
+    result_.first = frames.first;
+    result_.target = toText(bench.target());
+    warnOfIdleClipping(result_.shots.front().settings, depth, console);
+  }
+  Job(const Job&) = delete;
+  Job& operator=(const Job&) = delete;
 
-// Renders as planned and hands the frames to the writer.
-RenderReport writeFrames(media::ClipWriter& writer, Workbench& bench, const RenderPlan& plan,
-                         std::string_view phase, Console& console) {
-  RenderReport report;
-  report.first = plan.first;
-  Progress& progress = console.progress();
-  progress.begin(std::string(phase), plan.last - plan.first + 1);
-  renderFrames(bench.source(), plan, [&](RenderedFrame& frame) {
-    writer.write(frame.picture);
-    frame.picture = {};
-    report.input.push_back(frame.inputLevel);
-    report.output.push_back(frame.outputLevel);
-    report.untouched += frame.untouched ? 1 : 0;
-    progress.update(static_cast<std::int64_t>(report.input.size()));
-  });
-  progress.end();
-  if (report.input.empty()) throw Failure("No frame of the clip could be decoded.");
-  return report;
-}
+  /// Shots that can be seen to come out worse are passed through.
+  void passWhatIsForeseen() {
+    for (std::size_t i = 0; i < shots_.size(); ++i) {
+      const std::int64_t last = bench_.shot(i).frames().last();
+      if (last < plan_.first || bench_.shot(i).frames().first() > plan_.last) continue;
+      passIfWorse(i, foreseen(i));
+    }
+  }
 
-// What was steady before can come out less so: corrections below one level turn into rounding.
-bool flickersMore(const RenderReport& report) {
-  return footage::flickerRms(report.output) > footage::flickerRms(report.input) + kFlickerTolerance;
-}
+  /// Whether shots that came out worse are now to be passed through instead.
+  bool passWhatIsMeasured() {
+    bool any = false;
+    for (std::size_t i = 0; i < shots_.size(); ++i) {
+      const ShotResult& shot = result_.shots[i];
+      any = passIfWorse(i, {shot.before, shot.after}) || any;
+    }
+    return any;
+  }
 
-std::string flickerChange(const RenderReport& report) {
-  return fmt::format("{:.2f} % before, {:.2f} % after", footage::flickerRms(report.input),
-                     footage::flickerRms(report.output));
-}
+  void write(media::ClipWriter& writer, std::string_view phase) {
+    result_.frames.clear();
+    Progress& progress = console_.progress();
+    progress.begin(std::string(phase), plan_.last - plan_.first + 1);
+    renderFrames(bench_.source(), plan_, [&](RenderedFrame& frame) {
+      writer.write(frame.picture);
+      frame.picture = {};
+      result_.frames.push_back(resultOf(frame));
+      progress.update(static_cast<std::int64_t>(result_.frames.size()));
+    });
+    progress.end();
+    if (result_.frames.empty()) throw Failure("No frame of the clip could be decoded.");
+    measureShots(result_);
+  }
+
+  JobResult& result() noexcept { return result_; }
+
+ private:
+  struct Prepared {
+    Levels levels;  // one a picture
+    LevelArea area;
+    bool followed = false;  // the user set its levels one by one
+    bool warned = false;
+  };
+  struct Figures {
+    FlickerFigures before;
+    FlickerFigures after;
+  };
+
+  void addShot(Shot& shot, host::Depth depth) {
+    ShotResult result;
+    result.found = shot.found();
+    result.settings = readSettings(shot.instance());
+    Prepared prepared{shot.levels(), areaOf(result.settings),
+                      result.settings.keyframes && !isCurve(bench_.target()), false};
+    plan_.parts.push_back(
+        {&shot.instance(), choosePath(result.settings, depth, bench_.host().role())});
+    shots_.push_back(std::move(prepared));
+    result_.shots.push_back(std::move(result));
+  }
+
+  // Black pictures and those not to be deflickered have no level: the effect has nothing to base a
+  // correction on and would use that of whichever it rendered before.
+  bool isCorrected(std::size_t shot, std::int32_t picture) const {
+    return !result_.shots[shot].passedThrough &&
+           shots_[shot].levels.input[static_cast<std::size_t>(picture)] > 0.0;
+  }
+
+  FrameRoute route(std::int64_t frame) const {
+    const std::size_t shot = bench_.shotAt(frame);
+    const ShotFrames& frames = result_.shots[shot].found.frames;
+    const std::int32_t picture = frames.pictureOf(frame);
+    FrameRoute route;
+    route.area = shots_[shot].area;
+    if (!isCorrected(shot, picture)) return route;
+    route.part = shot;
+    route.layerFrame = picture;
+    route.readAs = frames.frameOf(picture);
+    return route;
+  }
+
+  FrameResult resultOf(const RenderedFrame& frame) const {
+    FrameResult result;
+    result.shot = bench_.shotAt(frame.frame);
+    const ShotFindings& found = result_.shots[result.shot].found;
+    const std::int32_t picture = found.frames.pictureOf(frame.frame);
+    result.input = frame.inputLevel;
+    result.output = frame.outputLevel;
+    result.target = isCorrected(result.shot, picture)
+                        ? shots_[result.shot].levels.desired[static_cast<std::size_t>(picture)]
+                        : frame.inputLevel;
+    result.original = found.frames.frameOf(picture);
+    result.untouched = frame.untouched;
+    result.outlier =
+        std::any_of(found.outliers.begin(), found.outliers.end(), [&](const ShotOutlier& outlier) {
+          return outlier.found.first <= frame.frame && frame.frame <= outlier.found.last;
+        });
+    return result;
+  }
+
+  Figures foreseen(std::size_t index) {
+    Shot& shot = bench_.shot(index);
+    const EffectSettings& settings = result_.shots[index].settings;
+    const Forecast levels = forecast(bench_.effect(), shot, plan_.depth, plan_.parts[index].path,
+                                     settings.favorBrighter);
+    if (levels.input.empty()) return {};
+    std::vector<double> before;
+    std::vector<double> after;
+    const ShotFrames& frames = shot.frames();
+    for (std::int64_t frame = frames.first(); frame <= frames.last(); ++frame) {
+      const auto picture = static_cast<std::size_t>(frames.pictureOf(frame));
+      before.push_back(levels.input[picture]);
+      after.push_back(levels.output[picture]);
+    }
+    return {figuresOf(before), figuresOf(after)};
+  }
+
+  bool passIfWorse(std::size_t index, const Figures& figures) {
+    ShotResult& shot = result_.shots[index];
+    Prepared& prepared = shots_[index];
+    if (shot.passedThrough || prepared.warned || !isWorse(figures.after, figures.before)) {
+      return false;
+    }
+    prepared.warned = true;
+    shot.passedThrough = !prepared.followed;
+    warnOfWorseShot(result_, index, figures.before, figures.after, console_);
+    return shot.passedThrough;
+  }
+
+  Workbench& bench_;
+  Console& console_;
+  RenderPlan plan_;
+  std::vector<Prepared> shots_;
+  JobResult result_;
+};
 
 }  // namespace
 
@@ -113,79 +223,32 @@ void Output::restart() {
   writer_.emplace(path_, bench_.source().reader(), options_);
 }
 
-RenderReport renderTo(Output& output, Workbench& bench, const OutputOptions& options, int workers,
-                      media::FrameRange frames, Console& console) {
+JobResult renderTo(Output& output, Workbench& bench, const OutputOptions& options, int workers,
+                   media::FrameRange frames, Console& console) {
   const auto start = std::chrono::steady_clock::now();
-  const EffectSettings settings = readSettings(bench.instance());
   const host::Role role = bench.host().role();
   const host::Depth depth = renderDepth(options, bench.source().clip(), role);
   if (role == host::Role::premiere && bench.source().clip().workingDepth != media::Depth::eight) {
     console.warn("The clip has more than the 8 bits that --host-role premiere renders with.");
   }
-  RenderPlan plan;
-  plan.first = frames.first;
-  plan.last = frames.last;
-  plan.depth = depth;
-  plan.parts = {{&bench.instance(), choosePath(clippingActs(settings, depth, console), role)}};
-  plan.workers = workers;
-  plan.route = [alone = withoutLevel(bench.levels())](std::int64_t frame) {
-    if (alone[static_cast<std::size_t>(frame)]) return FrameRoute{};
-    return FrameRoute{0, static_cast<std::int32_t>(frame), {}};
-  };
-  plan.area = areaOf(settings);
-
-  RenderReport report = writeFrames(output.writer(), bench, plan, "Rendering", console);
-  if (flickersMore(report)) {
-    if (!settings.keyframes) {
-      console.warn(fmt::format(
-          "Smoothing would make this clip flicker more ({}); its pictures are left as they are.",
-          flickerChange(report)));
-      output.restart();
-      plan.route = [](std::int64_t) { return FrameRoute{}; };
-      report = writeFrames(output.writer(), bench, plan, "Copying", console);
-    } else {
-      console.warn(
-          fmt::format("The output flickers more than the input ({}), as the levels given "
-                      "for it ask.",
-                      flickerChange(report)));
-    }
+  Job job(bench, depth, workers, frames, console);
+  job.passWhatIsForeseen();
+  job.write(output.writer(), "Rendering");
+  if (job.passWhatIsMeasured()) {
+    output.restart();
+    job.write(output.writer(), "Rendering again");
   }
   output.writer().finish();
-  report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  JobResult& result = job.result();
+  result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 
   const std::int64_t total = frames.last - frames.first + 1;
-  if (static_cast<std::int64_t>(report.input.size()) < total) {
+  if (static_cast<std::int64_t>(result.frames.size()) < total) {
     console.warn(fmt::format("The clip breaks off: {} of {} frames were written.",
-                             report.input.size(), total));
+                             result.frames.size(), total));
   }
   for (const std::string& warning : bench.source().reader().warnings()) console.warn(warning);
-  return report;
-}
-
-void reportRendering(const RenderReport& report, const std::string& output, double totalSeconds,
-                     Console& console) {
-  const double flickerBefore = footage::flickerRms(report.input);
-  const double flickerAfter = footage::flickerRms(report.output);
-  const double jerkBefore = footage::jerk(report.input);
-  const double jerkAfter = footage::jerk(report.output);
-  const std::size_t frames = report.input.size();
-  if (console.json()) {
-    const nlohmann::ordered_json line{
-        {"event", "done"},
-        {"output", output},
-        {"frames", frames},
-        {"framesUntouched", report.untouched},
-        {"seconds", totalSeconds},
-        {"flickerPercent", {{"before", flickerBefore}, {"after", flickerAfter}}},
-        {"jerkPercent", {{"before", jerkBefore}, {"after", jerkAfter}}}};
-    console.result(line.dump());
-    return;
-  }
-  console.result(
-      fmt::format("{}{} frame{} in {:.1f} s, flicker {:.2f} % -> {:.2f} %, jerk {:.2f} % -> "
-                  "{:.2f} %",
-                  output == "null:" ? "" : output + ": ", frames, frames == 1 ? "" : "s",
-                  totalSeconds, flickerBefore, flickerAfter, jerkBefore, jerkAfter));
+  return std::move(result);
 }
 
 }  // namespace cli

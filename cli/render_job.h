@@ -3,23 +3,13 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "cli/frame_span.h"
+#include "cli/job_result.h"
 #include "cli/output_options.h"
 #include "cli/workbench.h"
 #include "media/clip_writer.h"
 
 namespace cli {
-
-/// Brightness of each frame written, and how long it took.
-struct RenderReport {
-  std::int64_t first = 0;      ///< frame
-  std::vector<double> input;   ///< levels on the way in, one a frame from `first` on
-  std::vector<double> output;  ///< and out
-  std::int64_t untouched = 0;  ///< frames written as they were
-  double seconds = 0.0;        ///< rendering and encoding
-};
 
 /// The clip being written. Opened before anything is analysed, so that what cannot be written is
 /// known at once.
@@ -42,13 +32,11 @@ class Output {
 };
 
 /// Renders frames first..last into the output and finishes it. Says on the console when "Adjust for
-/// clipping" cannot act. A clip that smoothing would make flicker more is written as it is, and
-/// that is said; targets that the user set frame by frame are followed whatever comes of it.
-RenderReport renderTo(Output& output, Workbench& bench, const OutputOptions& options, int workers,
-                      media::FrameRange frames, Console& console);
-
-/// The summary: a line for people, or a JSON object when progress is JSON.
-void reportRendering(const RenderReport& report, const std::string& output, double totalSeconds,
-                     Console& console);
+/// clipping" cannot act. A shot that would flicker more than it did is written as it is, and that
+/// is said: where it can be told beforehand nothing is rendered twice; else, as with an opened
+/// project, all is written again without it. Targets that the user set frame by frame are followed
+/// whatever comes of it.
+JobResult renderTo(Output& output, Workbench& bench, const OutputOptions& options, int workers,
+                   media::FrameRange frames, Console& console);
 
 }  // namespace cli

@@ -150,7 +150,7 @@ class Workers {
     }
     RenderedFrame& result = task.result;
     media::toArgb(task.original, viewOf(input));
-    result.inputLevel = result.outputLevel = frameLevel(viewOf(input), plan_.area);
+    result.inputLevel = result.outputLevel = frameLevel(viewOf(input), task.route.area);
     result.untouched = true;
     result.picture = task.original;
   }
@@ -158,10 +158,10 @@ class Workers {
   void render(Task& task, host::RenderCopy& copy, host::Image& output) {
     RenderedFrame& result = task.result;
     const PictureLoan loan(source_, task.route.readAs.value_or(result.frame), task.original,
-                           plan_.area);
+                           task.route.area);
     copy.render(task.route.layerFrame, plan_.depth, output);
     const media::ConstArgbView pixels = viewOf(std::as_const(output));
-    result.outputLevel = frameLevel(pixels, plan_.area);
+    result.outputLevel = frameLevel(pixels, task.route.area);
     result.inputLevel = loan.level().value_or(result.outputLevel);
     result.untouched = media::isUnchanged(pixels, task.original);
     result.picture = result.untouched ? task.original : media::fromArgb(pixels, task.original);

@@ -27,6 +27,7 @@ struct FrameRoute {
   /// The frame that the instance's layer reads from the ClipSource meanwhile, and for which it gets
   /// this frame's picture; unset: the frame itself.
   std::optional<std::int64_t> readAs{};
+  LevelArea area{};  ///< where brightness is measured
 };
 
 struct RenderPlan {
@@ -37,7 +38,6 @@ struct RenderPlan {
   std::vector<RenderPart> parts;
   /// Asked once a frame, in rising order, on the calling thread.
   std::function<FrameRoute(std::int64_t frame)> route;
-  LevelArea area;  ///< where brightness is measured
 };
 
 /// One frame's outcome.
@@ -45,7 +45,7 @@ struct RenderedFrame {
   std::int64_t frame = 0;
   media::Picture picture;  ///< the original itself when the effect changed nothing
   bool untouched = false;
-  double inputLevel = 0.0;  ///< over the plan's area, 0..255
+  double inputLevel = 0.0;  ///< over the route's area, 0..255
   double outputLevel = 0.0;
 };
 

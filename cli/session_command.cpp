@@ -83,7 +83,7 @@ class Session {
 };
 
 const Session::CommandRow Session::kCommands[] = {
-    {"open PROJECT|CLIP [input=CLIP]", &Session::open},
+    {"open PROJECT|CLIP [input=CLIP] [shot=NUMBER]", &Session::open},
     {"close", &Session::close},
     {"info", &Session::info},
     {"parameters", &Session::parameters},
@@ -120,10 +120,20 @@ Json Session::run(std::vector<std::string> words) {
 
 Json Session::open(Arguments& words) {
   const std::string path = words.text();
-  const std::string input = words.option("input").value_or("");
-  words.end();
+  std::string input;
+  std::int32_t shot = 1;
+  while (!words.empty()) {
+    if (const auto clip = words.option("input")) {
+      input = *clip;
+    } else if (const auto number = words.option("shot")) {
+      shot = Arguments({"open", *number}, "open PROJECT shot=NUMBER").whole();
+    } else {
+      words.refuse();
+    }
+  }
   visit_.reset();
-  visit_ = std::make_unique<Visit>(path, input, options_.work, options_.look, console_, listener_);
+  visit_ =
+      std::make_unique<Visit>(path, input, shot, options_.work, options_.look, console_, listener_);
   return visit_->describe();
 }
 

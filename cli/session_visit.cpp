@@ -80,8 +80,9 @@ bool SessionListener::progress(std::int32_t done, std::int32_t) {
   return !interrupted() && (!stopAfter || done <= *stopAfter);
 }
 
-Visit::Visit(const std::string& path, const std::string& input, const WorkOptions& work,
-             const host::PanelOptions& look, Console& console, SessionListener& listener) {
+Visit::Visit(const std::string& path, const std::string& input, std::int32_t shot,
+             const WorkOptions& work, const host::PanelOptions& look, Console& console,
+             SessionListener& listener) {
   if (looksLikeProject(path) || path.ends_with(".varilum")) {
     project_ = readProject(path);
     clip_ = locateClip(path, *project_, input);
@@ -92,30 +93,42 @@ Visit::Visit(const std::string& path, const std::string& input, const WorkOption
   bench_->host().setListener(&listener);
   if (project_) {
     requireSameClip(*project_, bench_->source());
-    bench_->open(project_->effect, project_->layerFrames);
+    bench_->open(*project_);
   }
-  panel_ = std::make_unique<host::Panel>(bench_->instance(), look);
+  if (shot < 1 || static_cast<std::size_t>(shot) > bench_->shotCount()) {
+    throw Failure(fmt::format("There is no shot {}; there are {}.", shot, bench_->shotCount()));
+  }
+  shot_ = static_cast<std::size_t>(shot) - 1;
+  panel_ = std::make_unique<host::Panel>(instance(), look);
 }
 
 Visit::~Visit() = default;
 
 Json Visit::describe() {
-  const host::LayerInfo& info = bench_->source().info();
-  const Levels levels = bench_->levels();
-  return {{"clip", clip_.path},
-          {"width", info.width},
-          {"height", info.height},
-          {"frames", info.frameCount},
-          {"analyzed", std::count(levels.analyzed.begin(), levels.analyzed.end(), true)},
-          {"complete", levels.complete},
-          {"status", levels.status}};
+  Shot& shot = bench_->shot(shot_);
+  const host::LayerInfo& info = shot.layer().info();
+  const Levels levels = shot.levels();
+  Json answer{{"clip", clip_.path},
+              {"width", info.width},
+              {"height", info.height},
+              {"frames", info.frameCount},
+              {"analyzed", std::count(levels.analyzed.begin(), levels.analyzed.end(), true)},
+              {"complete", levels.complete},
+              {"status", levels.status}};
+  if (bench_->shotCount() > 1) {
+    answer["shot"] = {{"number", shot_ + 1},
+                      {"of", bench_->shotCount()},
+                      {"first", shot.frames().first()},
+                      {"last", shot.frames().last()}};
+  }
+  return answer;
 }
 
 host::Parameter Visit::parameter(const std::string& name) {
   const bool isIndex = !name.empty() && std::all_of(name.begin(), name.end(),
                                                     [](char c) { return c >= '0' && c <= '9'; });
-  return isIndex ? bench_->instance().param(static_cast<std::int32_t>(parseNumber(name)))
-                 : bench_->instance().param(name);
+  return isIndex ? instance().param(static_cast<std::int32_t>(parseNumber(name)))
+                 : instance().param(name);
 }
 
 std::int32_t Visit::kindOf(const host::Parameter& parameter) {
@@ -148,7 +161,7 @@ Json Visit::parameters() {
   Json all = Json::array();
   const auto& declared = bench_->effect().parameters();
   for (std::size_t i = 1; i < declared.size(); ++i) {
-    const host::Parameter parameter = bench_->instance().param(static_cast<std::int32_t>(i));
+    const host::Parameter parameter = instance().param(static_cast<std::int32_t>(i));
     Json row{{"index", i},
              {"name", declared[i].name},
              {"label", parameter.label()},
@@ -172,7 +185,7 @@ Json Visit::value(const std::string& name, std::optional<std::int32_t> frame) {
 }
 
 void Visit::remember() {
-  past_.push_back(bench_->instance().save().parameters);
+  past_.push_back(instance().save().parameters);
 }
 
 template <class Edit>
@@ -222,7 +235,7 @@ Json Visit::press(const std::string& button) {
   remember();
   bool stopped = false;
   try {
-    bench_->instance().press(button);
+    instance().press(button);
   } catch (const host::Cancelled&) {
     throwIfInterrupted();
     stopped = true;
@@ -236,15 +249,15 @@ Json Visit::press(const std::string& button) {
 // As hosts do it: the values go back, the effect's own data stays.
 Json Visit::undo() {
   if (past_.empty()) throw Failure("There is nothing to undo.");
-  for (const host::SavedParameter& parameter : past_.back()) bench_->instance().load(parameter);
+  for (const host::SavedParameter& parameter : past_.back()) instance().load(parameter);
   past_.pop_back();
-  bench_->instance().goTo(frame_);
+  instance().goTo(frame_);
   panel_->drawUntilReady();
   return {{"left", past_.size()}};
 }
 
 Json Visit::goTo(std::int32_t frame) {
-  bench_->instance().goTo(frame);
+  instance().goTo(frame);
   panel_->followInstance();
   frame_ = frame;
   return {{"frame", frame}};
@@ -292,8 +305,8 @@ Json Visit::mouse(MouseAction action, const host::Mouse& mouse) {
 
 Json Visit::render(std::int32_t frame, std::optional<host::Depth> depth) {
   host::Image image;
-  const host::LayerInfo& info = bench_->source().info();
-  bench_->instance().render(frame, depth.value_or(info.depth), image);
+  const host::LayerInfo& info = bench_->shot(shot_).layer().info();
+  instance().render(frame, depth.value_or(info.depth), image);
   const LevelArea area{0, 0, image.width(), image.height(), false};
   std::uint32_t crc = 0;
   const auto row = static_cast<std::size_t>(image.width()) *

@@ -34,9 +34,11 @@ class SessionListener final : public host::Listener {
 /// host, the reader and Failure throw.
 class Visit {
  public:
-  /// `path`: a project or a clip; `input`: where a project's clip is, when it has moved.
-  Visit(const std::string& path, const std::string& input, const WorkOptions& work,
-        const host::PanelOptions& look, Console& console, SessionListener& listener);
+  /// `path`: a project or a clip; `input`: where a project's clip is, when it has moved; `shot`:
+  /// which of a project's shots is visited, from 1. Frames count in that shot's pictures.
+  Visit(const std::string& path, const std::string& input, std::int32_t shot,
+        const WorkOptions& work, const host::PanelOptions& look, Console& console,
+        SessionListener& listener);
   ~Visit();
   Visit(const Visit&) = delete;
   Visit& operator=(const Visit&) = delete;
@@ -73,9 +75,12 @@ class Visit {
   template <class Edit>
   Json edit(const std::string& name, Edit change);
 
+  host::Instance& instance() noexcept { return bench_->shot(shot_).instance(); }
+
   ClipOptions clip_;
   std::optional<Project> project_;
   std::unique_ptr<Workbench> bench_;
+  std::size_t shot_ = 0;
   std::unique_ptr<host::Panel> panel_;
   std::vector<std::vector<host::SavedParameter>> past_;
   std::int32_t frame_ = 0;

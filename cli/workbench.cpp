@@ -5,11 +5,13 @@
 
 #include <algorithm>
 #include <thread>
+#include <utility>
 
 #include "cli/effect_location.h"
 #include "cli/error.h"
 #include "cli/interrupt.h"
 #include "cli/memory_size.h"
+#include "cli/shot_settings.h"
 #include "host/error.h"
 #include "host/listener.h"
 
@@ -27,6 +29,35 @@ host::ApiVersion apiVersion(host::Role role) {
   return role == host::Role::premiere ? host::ApiVersion{13, 4} : host::ApiVersion{};
 }
 
+// What is looked at of an 8-bit image: what the settings have measured.
+footage::ArgbRows rowsOf(const host::Image& image, const EffectSettings& settings) {
+  const media::ConstArgbView view = viewOf(image);
+  const auto* pixels = static_cast<const std::uint8_t*>(view.row(0));
+  if (!settings.useSubrect) return {pixels, view.rowBytes, view.width, view.height};
+  const int left = std::clamp(settings.rect[0], 0, view.width);
+  const int top = std::clamp(settings.rect[1], 0, view.height);
+  return {pixels + top * view.rowBytes + 4 * left, view.rowBytes,
+          std::clamp(settings.rect[2], left, view.width) - left,
+          std::clamp(settings.rect[3], top, view.height) - top};
+}
+
+// Whether the analysis of the whole clip as one shot is the one that the findings ask for.
+bool asAnalyzed(const std::vector<ShotFindings>& found, const EffectOptions& options) {
+  const ShotFindings& first = found.front();
+  const bool leaves = std::any_of(first.outliers.begin(), first.outliers.end(),
+                                  [](const ShotOutlier& outlier) { return outlier.left; });
+  return found.size() == 1 && first.frames.duplicates().empty() && !leaves &&
+         !(options.subrectAuto && first.matte);
+}
+
+void keepHistograms(const std::vector<footage::FrameMeasure>& measures, Shot& shot) {
+  const ShotFrames& frames = shot.frames();
+  shot.histograms.clear();
+  for (std::int32_t p = 0; p < frames.pictureCount(); ++p) {
+    shot.histograms.push_back(measures[static_cast<std::size_t>(frames.frameOf(p))].histogram);
+  }
+}
+
 }  // namespace
 
 // Passes on what the effect says. Its count of analysed frames runs one ahead of the truth; from a
@@ -36,7 +67,8 @@ class Workbench::Announcer final : public host::Listener {
   Announcer(Console& console, host::Role role)
       : console_(console), percent_(role == host::Role::premiere) {}
 
-  std::int64_t frames = 0;  // to be analysed
+  std::int64_t frames = 0;  // to be analysed in this shot
+  std::int64_t before = 0;  // of shots analysed before it
 
   void message(host::MessageKind kind, std::string_view, std::string_view text) override {
     if (kind == host::MessageKind::box) return console_.note(std::string(text));
@@ -44,8 +76,8 @@ class Workbench::Announcer final : public host::Listener {
   }
   bool progress(std::int32_t done, std::int32_t total) override {
     const std::int64_t all = frames;
-    console_.progress().update(percent_ ? (done * all + total / 2) / total
-                                        : std::min<std::int64_t>(done - 1, total));
+    console_.progress().update(before + (percent_ ? (done * all + total / 2) / total
+                                                  : std::min<std::int64_t>(done - 1, total)));
     return !interrupted();
   }
   void infoText(std::string_view, std::string_view) override {}
@@ -72,55 +104,106 @@ Workbench::Workbench(const ClipOptions& clip, const WorkOptions& work, Console& 
       host_(work.role, apiVersion(work.role), hostOptions()) {
   host_.setListener(announcer_.get());
   effect_ = std::make_unique<host::Effect>(host_, module_);
-  fresh();
+  takeApart({{ShotFrames(0, source_.info().frameCount), {}, {}}});
 }
 
 Workbench::~Workbench() {
-  instance_.reset();
+  shots_.clear();
   effect_.reset();
   host_.setListener(nullptr);
 }
 
-void Workbench::fresh() {
-  instance_.reset();
-  instance_ = std::make_unique<host::Instance>(*effect_, source_);
+std::size_t Workbench::shotAt(std::int64_t frame) const noexcept {
+  const auto after =
+      std::upper_bound(shots_.begin(), shots_.end(), frame,
+                       [](std::int64_t f, const auto& shot) { return f < shot->frames().first(); });
+  return after == shots_.begin() ? 0 : static_cast<std::size_t>(after - shots_.begin()) - 1;
 }
 
-void Workbench::open(const host::SavedInstance& saved, std::int32_t frames) {
-  instance_.reset();
-  source_.setFrameCount(frames);
-  instance_ = std::make_unique<host::Instance>(host::Instance::open(*effect_, source_, saved));
+std::vector<ShotFindings> Workbench::found() const {
+  std::vector<ShotFindings> found;
+  for (const auto& shot : shots_) found.push_back(shot->found());
+  return found;
 }
 
-void Workbench::pressAnalyze() {
-  announcer_->frames = source_.info().frameCount;
-  console_.progress().begin("Analyzing", announcer_->frames);
-  try {
-    instance_->press("Analyze");
-  } catch (const host::Cancelled&) {
-    throw Interrupted();
-  }
-  source_.endReading();
-  console_.progress().update(source_.info().frameCount);
-  console_.progress().end();
-  if (!levels().complete) {
-    throw Failure("The effect could not analyse every frame of the clip.");
-  }
-}
-
-media::ClipInfo Workbench::layerClip() const {
+// The clip as options within a layer are checked and applied: its own shape, the layer's length.
+media::ClipInfo Workbench::clipOf(const ShotFrames& frames) const {
   media::ClipInfo clip = source_.clip();
-  clip.frameCount = source_.info().frameCount;
+  clip.frameCount = frames.pictureCount();
   return clip;
 }
 
-void Workbench::analyze(const EffectOptions& options) {
-  checkAgainstClip(options, layerClip());
-  applyEffectOptions(options, layerClip(), *instance_);
-  warnOfIdleOptions(options, readSettings(*instance_), console_);
+void Workbench::takeApart(const std::vector<ShotFindings>& found) {
+  shots_.clear();
+  for (const ShotFindings& shot : found) {
+    shots_.push_back(std::make_unique<Shot>(*effect_, source_, shot));
+  }
+}
+
+void Workbench::open(const Project& project) {
+  shots_.clear();
+  source_.setFrameCount(project.layerFrames);
+  target_ = targetFromProject(project.target);
+  for (const ProjectShot& shot : project.shots) {
+    shots_.push_back(std::make_unique<Shot>(*effect_, source_, shot.found, shot.effect));
+  }
+}
+
+void Workbench::apply(const EffectOptions& options, Shot& shot) {
+  applyEffectOptions(optionsWithin(shot.found(), options), clipOf(shot.frames()),
+                     shot.found().matte, shot.instance());
+}
+
+void Workbench::pressAnalyze(const std::vector<Shot*>& shots, const char* phase) {
+  std::int64_t pictures = 0;
+  for (const Shot* shot : shots) pictures += shot->frames().pictureCount();
+  console_.progress().begin(phase, pictures);
+  announcer_->before = 0;
+  for (Shot* shot : shots) {
+    announcer_->frames = shot->frames().pictureCount();
+    try {
+      shot->instance().press("Analyze");
+    } catch (const host::Cancelled&) {
+      throw Interrupted();
+    }
+    if (!shot->levels().complete) {
+      throw Failure("The effect could not analyse every frame of the clip.");
+    }
+    announcer_->before += announcer_->frames;
+    console_.progress().update(announcer_->before);
+  }
+  source_.endReading();
+  console_.progress().end();
+}
+
+// Analyses the clip as one shot and measures its frames as they pass by.
+std::vector<footage::FrameMeasure> Workbench::analyzeWhole(const EffectOptions& options) {
+  takeApart({{ShotFrames(0, source_.info().frameCount), {}, {}}});
+  Shot& whole = *shots_.front();
+  std::vector<footage::FrameMeasure> measures(static_cast<std::size_t>(whole.frames().count()));
+  apply(options, whole);
+  const EffectSettings settings = readSettings(whole.instance());
+  const auto look = [&](std::int32_t frame, const host::Image& image) {
+    measures[static_cast<std::size_t>(frame)] = footage::measureFrame(rowsOf(image, settings));
+  };
+  whole.layer().observe(look);
+  pressAnalyze({&whole}, "Analyzing");
+  whole.layer().observe({});
+  // The effect passes over frames that it is not to deflicker.
+  const host::LayerInfo& info = whole.layer().info();
+  host::Image image(info.width, info.height, host::Depth::bits8);
+  for (std::int32_t frame = 0; frame < info.frameCount; ++frame) {
+    if (measures[static_cast<std::size_t>(frame)].width > 0) continue;
+    whole.layer().read(frame, image);
+    look(frame, image);
+  }
+  source_.endReading();
+  return measures;
+}
+
+std::vector<footage::FrameMeasure> Workbench::survey(const EffectOptions& options) {
   try {
-    pressAnalyze();
-    return;
+    return analyzeWhole(options);
   } catch (const ClipBreaksOff& end) {
     const std::int64_t announced = source_.info().frameCount;
     if (end.frames() < 1 || end.frames() >= announced) throw;
@@ -130,24 +213,95 @@ void Workbench::analyze(const EffectOptions& options) {
                               source_.clip().path, end.frames(), announced));
   }
   source_.endReading();
-  checkAgainstClip(options, layerClip());
-  fresh();
-  applyEffectOptions(options, layerClip(), *instance_);
-  pressAnalyze();
+  checkAgainstClip(options, clipOf({0, source_.info().frameCount}));
+  return analyzeWhole(options);
+}
+
+void Workbench::analyze(const EffectOptions& asked, const ShotOptions& shotOptions) {
+  EffectOptions options = asked;
+  if (!options.speed) options.speed = kUsualSpeed;
+  checkAgainstClip(options, clipOf({0, source_.info().frameCount}));
+  std::vector<std::int64_t> cuts;
+  if (shotOptions.shots == ShotOptions::Shots::listed) {
+    cuts = readShotList(shotOptions.list, source_.info().frameCount);
+  }
+  const std::vector<footage::FrameMeasure> measures = survey(options);
+  ShotOptions wanted = shotOptions;
+  wanted.keepDuplicates = wanted.keepDuplicates || setsLevelsByFrame(options);
+  const std::vector<ShotFindings> found = findShots(measures, wanted, cuts);
+  if (asAnalyzed(found, options)) {
+    shots_.front()->setFound(found.front());
+  } else {
+    takeApart(found);
+    std::vector<Shot*> all;
+    for (const auto& shot : shots_) {
+      apply(options, *shot);
+      all.push_back(shot.get());
+    }
+    pressAnalyze(all, "Analyzing shots");
+  }
+  for (const auto& shot : shots_) keepHistograms(measures, *shot);
+  warnOfIdleOptions(options, readSettings(shots_.front()->instance()), console_);
+  target_ = options.target.value_or(Target{});
+  follow(target_, !options.shiftSpread.empty());
+}
+
+// Hands the curves of a target over as keyframes. The effect's own smoothing needs none.
+void Workbench::follow(const Target& target, bool spreadGiven) {
+  if (!isCurve(target)) return;
+  if (target.kind == Target::Kind::ramp && shotAt(target.from) != shotAt(target.to)) {
+    throw UsageError(fmt::format(
+        "--target: there is a cut between frames {} and {}; choose both in one shot, or add "
+        "--shots off.",
+        target.from, target.to));
+  }
+  for (const auto& shot : shots_) {
+    if (target.kind == Target::Kind::ramp && !shot->frames().holds(target.from)) continue;
+    const Levels levels = shot->levels();
+    const EffectSettings settings = readSettings(shot->instance());
+    // With 'shift' the smoothed spread goes on being what frames are brought to.
+    const bool spreads = settings.correctionMethod == kCorrectShift && !spreadGiven;
+    followLevels(targetLevels(target, shot->frames(), levels.input, settings.smoothingFrames),
+                 spreads ? levels.desiredSpread : std::vector<double>{}, shot->instance());
+  }
 }
 
 void Workbench::adjust(const EffectOptions& options) {
-  checkAgainstClip(options, layerClip());
-  applyEffectOptions(options, layerClip(), *instance_);
-  const EffectSettings settings = readSettings(*instance_);
-  warnOfIdleOptions(options, settings, console_);
-  if (settings.analyzed && levels().complete) return;
-  console_.note("The changed settings need a new analysis.");
-  pressAnalyze();
+  checkAgainstClip(options, clipOf({0, source_.info().frameCount}));
+  if (options.target) target_ = *options.target;
+  if (options.deflickerMethod || !options.luminance.empty()) target_ = {};
+  // A curve is worked out anew, from the effect's own smoothing, when anything is asked for. Else
+  // its keyframes stay, which may have been edited since.
+  const bool anew = isCurve(target_) && asksForAnything(options);
+  EffectOptions effective = options;
+  if (anew) effective.target = target_;
+  std::vector<Shot*> stale;
+  for (const auto& shot : shots_) {
+    apply(effective, *shot);
+    if (!readSettings(shot->instance()).analyzed || !shot->levels().complete) {
+      stale.push_back(shot.get());
+    }
+  }
+  if (!stale.empty()) {
+    console_.note("The changed settings need a new analysis.");
+    pressAnalyze(stale, "Analyzing");
+  }
+  const bool held = std::any_of(shots_.begin(), shots_.end(), [](const auto& shot) {
+    return !shot->frames().duplicates().empty();
+  });
+  if (held && setsLevelsByFrame(options)) {
+    console_.warn(
+        "Repeated frames follow the one they repeat; to give each its own level, analyse "
+        "with --duplicates keep.");
+  }
+  warnOfIdleOptions(effective, readSettings(shots_.front()->instance()), console_);
+  if (anew || !stale.empty()) follow(target_, !options.shiftSpread.empty());
 }
 
 Levels Workbench::levels() {
-  return readLevels(instance_->save().sequenceData);
+  Levels all;
+  for (const auto& shot : shots_) appendShot(all, shot->levels(), shot->frames());
+  return all;
 }
 
 }  // namespace cli

@@ -1,18 +1,24 @@
 // cli/workbench.h — a clip on the table: the effect loaded and applied to it, ready to be analysed.
 #pragma once
 
-#include <filesystem>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "cli/clip_source.h"
 #include "cli/console.h"
 #include "cli/effect_options.h"
+#include "cli/effect_parameters.h"
 #include "cli/levels.h"
+#include "cli/project_file.h"
+#include "cli/shot.h"
+#include "cli/shot_options.h"
+#include "footage/frame_measure.h"
 #include "host/effect.h"
 #include "host/effect_module.h"
 #include "host/host.h"
-#include "host/instance.h"
 
 namespace cli {
 
@@ -29,10 +35,10 @@ int workerCount(const WorkOptions& options);
 /// Bytes of decoded pictures to keep: as asked, or a quarter of the machine's memory.
 std::uint64_t pictureMemory(const WorkOptions& options);
 
-/// One clip, one instance of the effect on it.
+/// One clip, taken apart into shots with an instance of the effect each.
 class Workbench {
  public:
-  /// Opens the clip and applies the effect. Throws media::Error, Failure, host::Error.
+  /// Opens the clip and applies the effect to all of it. Throws media::Error, Failure, host::Error.
   Workbench(const ClipOptions& clip, const WorkOptions& work, Console& console);
   ~Workbench();
   Workbench(const Workbench&) = delete;
@@ -41,27 +47,45 @@ class Workbench {
   ClipSource& source() noexcept { return source_; }
   host::Host& host() noexcept { return host_; }
   host::Effect& effect() noexcept { return *effect_; }
-  host::Instance& instance() noexcept { return *instance_; }
 
-  /// Replaces the instance by a saved one, over the first `frames` frames.
-  void open(const host::SavedInstance& saved, std::int32_t frames);
+  /// In order, and every frame of the clip in one of them. A single one at first; open() and
+  /// analyze() replace them.
+  std::size_t shotCount() const noexcept { return shots_.size(); }
+  Shot& shot(std::size_t index) noexcept { return *shots_[index]; }
+  /// The shot that holds a frame; for frames outside the clip the nearest one.
+  std::size_t shotAt(std::int64_t frame) const noexcept;
 
-  /// Applies the options and presses "Analyze", with progress. When the clip turns out to break off
-  /// it is analysed again up to there, and console is told. Throws Interrupted; Failure when the
-  /// effect does not take all frames for analysed.
-  void analyze(const EffectOptions& options);
+  /// What is known of each shot.
+  std::vector<ShotFindings> found() const;
 
-  /// Applies the options to an opened project, analysing anew when they ask for it.
+  /// What the levels were asked to follow.
+  const Target& target() const noexcept { return target_; }
+
+  /// Puts a project's shots on the table. Throws Failure when its parts do not fit together.
+  void open(const Project& project);
+
+  /// Looks at every frame once, finds the shots, applies the options to each and presses "Analyze",
+  /// with progress. A clip without cuts, repeats and frames to be left is gone through once, any
+  /// other a second time. When the clip turns out to break off it is done up to there, and the
+  /// console is told. Throws Interrupted; UsageError when the options do not fit the clip; Failure
+  /// when the effect does not take all frames for analysed.
+  void analyze(const EffectOptions& options, const ShotOptions& shots);
+
+  /// Applies the options to an opened project, analysing anew what they ask for.
   void adjust(const EffectOptions& options);
 
-  /// What the effect holds of each frame now.
+  /// What the effect holds of each frame of the clip now; repeats have their original's.
   Levels levels();
 
  private:
   class Announcer;
-  media::ClipInfo layerClip() const;
-  void fresh();
-  void pressAnalyze();
+  media::ClipInfo clipOf(const ShotFrames& frames) const;
+  void takeApart(const std::vector<ShotFindings>& found);
+  void apply(const EffectOptions& options, Shot& shot);
+  void pressAnalyze(const std::vector<Shot*>& shots, const char* phase);
+  std::vector<footage::FrameMeasure> survey(const EffectOptions& options);
+  std::vector<footage::FrameMeasure> analyzeWhole(const EffectOptions& options);
+  void follow(const Target& target, bool spreadGiven);
 
   Console& console_;
   ClipSource source_;
@@ -69,7 +93,8 @@ class Workbench {
   host::EffectModule module_;
   host::Host host_;
   std::unique_ptr<host::Effect> effect_;
-  std::unique_ptr<host::Instance> instance_;
+  std::vector<std::unique_ptr<Shot>> shots_;
+  Target target_;
 };
 
 }  // namespace cli

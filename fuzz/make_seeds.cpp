@@ -217,20 +217,15 @@ void propertyLists(const fs::path& folder) {
 // A project of an analysed instance. Its name is how the writer makes it.
 void projectFiles(const fs::path& folder) {
   Seeds seeds{folder, "project_file"};
-  for (const std::string_view word : {"\"program\"",     "\"clip\"",
-                                      "\"path\"",        "\"relative\"",
-                                      "\"startNumber\"", "\"frameRate\"",
-                                      "\"width\"",       "\"height\"",
-                                      "\"frames\"",      "\"pixels\"",
-                                      "\"effect\"",      "\"version\"",
-                                      "\"parameters\"",  "\"id\"",
-                                      "\"name\"",        "\"type\"",
-                                      "\"constant\"",    "\"keys\"",
-                                      "\"frame\"",       "\"value\"",
-                                      "\"data\"",        "true",
-                                      "false",           "null",
-                                      "1e400",           "-1",
-                                      "99999999999",     "VARILUM\n"}) {
+  for (const std::string_view word :
+       {"\"program\"",   "\"clip\"",     "\"path\"",       "\"relative\"", "\"startNumber\"",
+        "\"frameRate\"", "\"width\"",    "\"height\"",     "\"frames\"",   "\"pixels\"",
+        "\"effect\"",    "\"version\"",  "\"parameters\"", "\"id\"",       "\"name\"",
+        "\"type\"",      "\"constant\"", "\"keys\"",       "\"frame\"",    "\"value\"",
+        "\"data\"",      "true",         "\"shots\"",      "\"first\"",    "\"duplicates\"",
+        "\"outliers\"",  "\"matte\"",    "\"dataBytes\"",  "\"target\"",   "\"ramp:0..1\"",
+        "false",         "null",         "1e400",          "-1",           "99999999999",
+        "VARILUM\n"}) {
     seeds.word(word);
   }
   cli::Project project;
@@ -241,16 +236,24 @@ void projectFiles(const fs::path& folder) {
   for (const std::int32_t frames : {1, 3}) {
     project.layerFrames = frames;
     project.fingerprint = {24, 16, frames, {1U, 2U, 3U}};
-    project.effect = analysed(frames, host::Depth::bits8);
+    // Three frames are two shots, the second with a repeated frame and an outlier.
+    project.shots = {{{cli::ShotFrames(0, 1), {}, {}}, analysed(1, host::Depth::bits8)}};
+    if (frames == 3) {
+      cli::ShotFindings second{cli::ShotFrames(1, 2, {2}), {}, footage::Rectangle{0, 2, 24, 14}};
+      second.outliers = {{{1, 2, footage::OutlierKind::realLight, 1.5}, true}};
+      project.shots.push_back({second, analysed(1, host::Depth::bits8)});
+    }
     for (const bool whole : {true, false}) {
       // Without the histograms at its end the analysis is refused, but the file is short.
-      if (!whole) project.effect.sequenceData.resize(5196);
+      for (cli::ProjectShot& shot : project.shots) {
+        if (!whole) shot.effect.sequenceData.resize(5196);
+      }
       const fs::path file = folder / "seed.varilum";
       cli::writeProject(file, project, true);
       std::ifstream in(file, std::ios::binary);
       std::string bytes{std::istreambuf_iterator<char>(in), {}};
       fs::remove(file);
-      for (const char repaired : {'\0', '\1'}) {
+      for (const char repaired : {'\0', '\3'}) {
         const std::string input = repaired + bytes;
         seeds.input(std::to_string(frames) + (whole ? "whole" : "short") +
                         (repaired != 0 ? "Repaired" : "AsIs"),
@@ -264,6 +267,7 @@ void sessions(const fs::path& folder) {
   Seeds seeds{folder, "session"};
   for (const std::string_view word : {"open c.y4m\n",
                                       "open p.varilum\n",
+                                      "shot=2",
                                       "input=",
                                       "close\n",
                                       "info\n",

@@ -48,8 +48,9 @@ void put(std::vector<std::byte>& file, std::size_t offset, Value value) {
   std::memcpy(file.data() + offset, &value, sizeof value);
 }
 
-// A preamble that fits what follows it, so that what lies behind the checksums is reached too.
-void repair(std::vector<std::byte>& file) {
+// A preamble of a version that fits what follows it, so that what lies behind the checksums is
+// reached too.
+void repair(std::vector<std::byte>& file, std::uint32_t version) {
   if (file.size() < kPreamble) return;
   const auto rest = std::span<const std::byte>(file).subspan(kPreamble);
   std::uint32_t header = 0;
@@ -57,7 +58,7 @@ void repair(std::vector<std::byte>& file) {
   header = static_cast<std::uint32_t>(std::min<std::size_t>(header, rest.size()));
   constexpr std::array<char, 8> kMagic{'V', 'A', 'R', 'I', 'L', 'U', 'M', '\n'};
   put(file, 0, kMagic);
-  put(file, 8, std::uint32_t{1});
+  put(file, 8, version);
   put(file, 12, header);
   put(file, 16, std::uint64_t{rest.size() - header});
   put(file, 24, cli::crc32(rest.first(header)));
@@ -68,7 +69,7 @@ void repair(std::vector<std::byte>& file) {
 // As `info` does.
 void describe(const cli::Project& project) {
   try {
-    const cli::Levels levels = cli::readLevels(project.effect.sequenceData);
+    const cli::Levels levels = cli::levelsOf(project);
     if (levels.input.size() > 1000) return;
     cli::projectText(project, levels);
     cli::projectJson(project, levels);
@@ -77,13 +78,13 @@ void describe(const cli::Project& project) {
 }
 
 // As `render` does, on a clip of the size that the project names as far as there is memory.
-void open(const cli::Project& project) {
+void open(const cli::Project& project, const cli::ProjectShot& shot) {
   EffectUnderTest& test = effectUnderTest(0);
   PatternLayer layer{std::min(project.fingerprint.width, 48),
-                     std::min(project.fingerprint.height, 48), std::min(project.layerFrames, 500),
-                     host::Depth::bits8};
+                     std::min(project.fingerprint.height, 48),
+                     std::min(shot.found.frames.pictureCount(), 500), host::Depth::bits8};
   attempt([&] {
-    host::Instance fx = host::Instance::open(test.effect(), layer, project.effect);
+    host::Instance fx = host::Instance::open(test.effect(), layer, shot.effect);
     host::Image out;
     attempt([&] { fx.render(0, host::Depth::bits8, out); });
     fx.save();
@@ -94,18 +95,21 @@ void open(const cli::Project& project) {
 }  // namespace
 }  // namespace fuzz
 
-// The first byte says whether the preamble is put right; the file follows.
+// The first byte says whether the preamble is put right, and of which version; the file follows.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const auto bytes = std::as_bytes(std::span(data, size).subspan(1));
   std::vector<std::byte> file(bytes.begin(), bytes.end());
-  if (data[0] % 2 == 1) fuzz::repair(file);
+  if (data[0] % 2 == 1) fuzz::repair(file, 1U + (data[0] / 2U) % 2U);
   static fuzz::MemoryFile memory;
   memory.fill(file);
   try {
     const cli::Project project = cli::readProject(memory.path());
     fuzz::describe(project);
-    fuzz::open(project);
+    constexpr std::size_t kEnoughShots = 8;
+    for (std::size_t i = 0; i < std::min(project.shots.size(), kEnoughShots); ++i) {
+      fuzz::open(project, project.shots[i]);
+    }
   } catch (const cli::Failure&) {
   }
   return 0;

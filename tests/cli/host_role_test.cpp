@@ -76,7 +76,7 @@ TEST_F(HostRole, CountsTheFramesOfTheEffectsOwnDialog) {
   int done = 0;
   for (std::string line; std::getline(lines, line);) {
     const auto object = nlohmann::json::parse(line);
-    if (object.at("event") != "progress") continue;
+    if (object.at("event") != "progress" || object.at("phase") != "Analyzing") continue;
     EXPECT_EQ(object.at("done"), ++done);
   }
   EXPECT_EQ(done, 10);

@@ -1,0 +1,51 @@
+// cli/shot.h — a shot on the workbench: its layer, and the effect applied to it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "cli/clip_source.h"
+#include "cli/levels.h"
+#include "cli/shot_findings.h"
+#include "cli/shot_layer.h"
+#include "host/effect.h"
+#include "host/instance.h"
+
+namespace cli {
+
+/// How many of the pixels looked at have each luminance. Those of the rectangle that the user asks
+/// for; bars are among them.
+using LuminanceHistogram = std::array<std::uint16_t, 256>;
+
+/// Effect and clip outlive the shot.
+class Shot {
+ public:
+  /// The effect newly applied, or as it was saved. Throws host::Error.
+  Shot(host::Effect& effect, ClipSource& clip, ShotFindings found);
+  Shot(host::Effect& effect, ClipSource& clip, ShotFindings found,
+       const host::SavedInstance& saved);
+  Shot(const Shot&) = delete;
+  Shot& operator=(const Shot&) = delete;
+
+  const ShotFindings& found() const noexcept { return found_; }
+  /// Findings about the same frames.
+  void setFound(ShotFindings found) { found_ = std::move(found); }
+  const ShotFrames& frames() const noexcept { return found_.frames; }
+  ShotLayer& layer() noexcept { return layer_; }
+  host::Instance& instance() noexcept { return instance_; }
+
+  /// What the effect holds of each picture now.
+  Levels levels();
+
+  /// Of each picture; empty when the pictures were not looked at in this run.
+  std::vector<LuminanceHistogram> histograms;
+
+ private:
+  ShotFindings found_;
+  ShotLayer layer_;
+  host::Instance instance_;
+};
+
+}  // namespace cli

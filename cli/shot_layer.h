@@ -1,0 +1,39 @@
+// cli/shot_layer.h — a shot of the clip as the layer that an instance of the effect is applied to.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <utility>
+
+#include "cli/clip_source.h"
+#include "cli/shot_frames.h"
+#include "host/frame_source.h"
+
+namespace cli {
+
+/// Its frame i is picture i of the shot: no frame of another shot and no picture twice, so that no
+/// smoothing reaches over a cut or counts a held picture more than once.
+class ShotLayer final : public host::FrameSource {
+ public:
+  /// Told of each picture that was read, while it is at hand. On the reading thread.
+  using Observer = std::function<void(std::int32_t picture, const host::Image& image)>;
+
+  /// `clip` outlives the layer.
+  ShotLayer(ClipSource& clip, ShotFrames frames);
+
+  const host::LayerInfo& info() const override { return info_; }
+  void read(std::int32_t picture, host::Image& image) override;
+
+  const ShotFrames& frames() const noexcept { return frames_; }
+
+  /// Not while anything reads.
+  void observe(Observer observer) { observer_ = std::move(observer); }
+
+ private:
+  ClipSource& clip_;
+  ShotFrames frames_;
+  host::LayerInfo info_;
+  Observer observer_;
+};
+
+}  // namespace cli
