@@ -132,12 +132,14 @@ void copyFile(const std::filesystem::path& from, const std::filesystem::path& to
   }
 }
 
-cli::Project projectOf(Instance& instance) {
+cli::Project projectOf(Instance& instance, std::int32_t frames) {
   cli::Project project;
   project.program = "bench";
   project.clip = project.clipRelative = "bench.mov";
   project.fingerprint.width = project.fingerprint.height = 1;
-  project.effect = instance.save();
+  project.layerFrames = frames;
+  project.fingerprint.frames = frames;
+  project.shots = {{{cli::ShotFrames(0, frames), {}, {}}, instance.save()}};
   return project;
 }
 
@@ -150,15 +152,11 @@ void keep(benchmark::State& state, bool saves, bool opens) {
   instance.press("Analyze");
   const Folder folder;
   const auto path = folder.file("project.varilum");
-  const auto save = [&] {
-    cli::Project project = projectOf(instance);
-    project.layerFrames = frames;
-    project.fingerprint.frames = frames;
-    cli::writeProject(path, project, true);
-  };
+  const auto save = [&] { cli::writeProject(path, projectOf(instance, frames), true); };
   const auto open = [&] {
     const cli::Project project = cli::readProject(path);
-    const Instance opened = Instance::open(application.effect, source, project.effect);
+    const Instance opened =
+        Instance::open(application.effect, source, project.shots.front().effect);
     benchmark::DoNotOptimize(&opened);
   };
   save();
