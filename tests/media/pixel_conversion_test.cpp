@@ -363,6 +363,20 @@ TEST(PixelConversion, CarriesTimesIndexAndColourOver) {
   EXPECT_EQ(made.frame()->color_primaries, AVCOL_PRI_BT2020);
 }
 
+TEST(PixelConversion, ShowsEveryRowOnce) {
+  std::mt19937 random = seeded();
+  for (const char* name : {"yuv420p", "nv12", "rgb24"}) {
+    const Picture like = randomPicture(format(20, 15, name), 0, random);
+    ArgbBuffer argb(20, 15, Depth::eight);
+    std::vector<int> there(15);
+    std::vector<int> back(15);
+    toArgb(like, argb.view(), {}, [&](int y) { ++there[static_cast<std::size_t>(y)]; });
+    fromArgb(argb.view(), like, {}, [&](int y) { ++back[static_cast<std::size_t>(y)]; });
+    EXPECT_EQ(there, std::vector<int>(15, 1)) << name;
+    EXPECT_EQ(back, std::vector<int>(15, 1)) << name;
+  }
+}
+
 TEST(PixelConversion, RefusesOtherSizesAndUnknownFormats) {
   ArgbBuffer argb(4, 4, Depth::eight);
   EXPECT_THROW(toArgb(Picture::blank(format(5, 4, "rgb24")), argb.view()), Error);
