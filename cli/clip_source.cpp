@@ -112,8 +112,9 @@ ClipSource::Lent* ClipSource::lentFor(std::int64_t frame) {
 void ClipSource::read(std::int32_t frame, host::Image& image) {
   const media::ArgbView view = viewOf(image);
   if (Lent* const lent = lentFor(frame)) {
-    media::toArgb(lent->picture, view);
-    lent->level = frameLevel(view, lent->area);
+    LevelMeter meter(view, lent->area);
+    media::toArgb(lent->picture, view, {}, [&meter](int y) { meter.add(y); });
+    lent->level = meter.level();
     return;
   }
   media::toArgb(picture(frame), view,

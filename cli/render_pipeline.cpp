@@ -149,8 +149,10 @@ class Workers {
       input = host::Image(source_.info().width, source_.info().height, plan_.depth);
     }
     RenderedFrame& result = task.result;
-    media::toArgb(task.original, viewOf(input));
-    result.inputLevel = result.outputLevel = frameLevel(viewOf(input), task.route.area);
+    const media::ArgbView pixels = viewOf(input);
+    LevelMeter meter(pixels, task.route.area);
+    media::toArgb(task.original, pixels, {}, [&meter](int y) { meter.add(y); });
+    result.inputLevel = result.outputLevel = meter.level();
     result.untouched = true;
     result.picture = task.original;
   }
@@ -161,10 +163,17 @@ class Workers {
                            task.route.area);
     copy.render(task.route.layerFrame, plan_.depth, output);
     const media::ConstArgbView pixels = viewOf(std::as_const(output));
-    result.outputLevel = frameLevel(pixels, task.route.area);
-    result.inputLevel = loan.level().value_or(result.outputLevel);
     result.untouched = media::isUnchanged(pixels, task.original);
-    result.picture = result.untouched ? task.original : media::fromArgb(pixels, task.original);
+    if (result.untouched) {
+      result.picture = task.original;
+      result.outputLevel = frameLevel(pixels, task.route.area);
+    } else {
+      LevelMeter meter(pixels, task.route.area);
+      const auto measure = [&meter](int y) { meter.add(y); };
+      result.picture = media::fromArgb(pixels, task.original, {}, measure);
+      result.outputLevel = meter.level();
+    }
+    result.inputLevel = loan.level().value_or(result.outputLevel);
   }
 
   ClipSource& source_;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <random>
 #include <vector>
 
 namespace cli {
@@ -42,6 +43,41 @@ TEST(FrameLevel, FavorsBrighterPixelsWhenAsked) {
   const std::vector<std::uint8_t> pixels{255, 0, 0, 0, 255, 200, 200, 200};
   EXPECT_NEAR(frameLevel(view(pixels, 2, 1, media::Depth::eight), {0, 0, 0, 0, true}), 200.0, 1e-9);
   EXPECT_NEAR(frameLevel(view(pixels, 2, 1, media::Depth::eight), {}), 100.0, 1e-9);
+}
+
+TEST(FrameLevel, IsTheMeanOfRandomPicturesAtEveryDepthAndWidth) {
+  const auto seed = std::random_device{}();
+  SCOPED_TRACE(seed);
+  std::mt19937 random(seed);
+  const auto compare = [&](auto white, media::Depth depth, int width, bool favorBrighter) {
+    using Component = decltype(white);
+    std::vector<Component> pixels(static_cast<std::size_t>(width) * 5 * 4);
+    for (Component& c : pixels) {
+      c = static_cast<Component>(static_cast<double>(white) * static_cast<double>(random() % 4096) /
+                                 4095.0);
+    }
+    double level = 0.0;
+    double square = 0.0;
+    for (std::size_t i = 0; i < pixels.size(); i += 4) {
+      const double value =
+          255.0 / static_cast<double>(white) *
+          (0.3 * static_cast<double>(pixels[i + 1]) + 0.59 * static_cast<double>(pixels[i + 2]) +
+           0.11 * static_cast<double>(pixels[i + 3]));
+      level += value;
+      square += value * value;
+    }
+    const double expected = favorBrighter ? square / level : level / (5.0 * width);
+    EXPECT_NEAR(frameLevel(view(pixels, width, 5, depth), {0, 0, 0, 0, favorBrighter}), expected,
+                1e-6)
+        << width;
+  };
+  for (const int width : {1, 7, 64, 1923}) {
+    for (const bool favorBrighter : {false, true}) {
+      compare(std::uint8_t{255}, media::Depth::eight, width, favorBrighter);
+      compare(std::uint16_t{32768}, media::Depth::sixteen, width, favorBrighter);
+      compare(1.0F, media::Depth::floating, width, favorBrighter);
+    }
+  }
 }
 
 TEST(FrameLevel, IsAlwaysANumber) {
