@@ -69,6 +69,11 @@ void repair(const VisitPlan& plan, std::int32_t version, Bytes& image) {
   if ((plan.repairs & kRepairFlattened) != 0 && version == 14) put(image, 99, std::uint8_t{1});
 }
 
+// Mostly a few; one code in five stands for hundreds or thousands.
+std::int32_t framesOf(std::uint8_t code) noexcept {
+  return code < 205 ? 1 + code % 12 : (code - 204) * 97;
+}
+
 PatternLayer layerFor(const VisitPlan& plan) {
   constexpr Depth kDepths[] = {Depth::bits8, Depth::bits16, Depth::float32};
   const std::int32_t frames = (plan.repairs & kRepairLayer) != 0 ? std::max(plan.imageFrames % 8, 1)
@@ -133,11 +138,6 @@ void use(const VisitPlan& plan, host::Effect& effect, Instance& fx, const Patter
 }
 
 }  // namespace
-
-// Mostly a few; one code in five stands for hundreds or thousands.
-std::int32_t framesOf(std::uint8_t code) noexcept {
-  return code < 205 ? 1 + code % 12 : (code - 204) * 97;
-}
 
 void visitImage(std::span<const std::uint8_t> input, std::int32_t version) {
   VisitPlan plan;

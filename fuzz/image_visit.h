@@ -10,7 +10,7 @@ namespace fuzz {
 // The first bytes of an input; the image follows. Every value is allowed.
 struct VisitPlan {
   std::uint8_t host;
-  std::uint8_t frames;       // of the layer, see framesOf()
+  std::uint8_t frames;       // of the layer: a few, or hundreds and thousands
   std::uint8_t width;        // of the layer less one, modulo 48
   std::uint8_t height;       // likewise
   std::uint8_t depth;        // modulo 3
@@ -50,8 +50,6 @@ enum Act : std::uint8_t {
   kEdit = 64,
   kReopen = 128,
 };
-
-std::int32_t framesOf(std::uint8_t code) noexcept;
 
 // Reads the plan, opens the image as one of `version` and carries the plan out. Ends the program
 // when something breaks a rule; returns otherwise.
