@@ -10,6 +10,7 @@
 #include "host/callback_tables.h"
 #include "host/effect_state.h"
 #include "host/error.h"
+#include "host/frame_time.h"
 #include "host/handles.h"
 #include "host/sequence_copy.h"
 
@@ -50,6 +51,12 @@ bool mayReplaceSequenceData(std::int32_t command) noexcept {
   return std::find(kAllowed.begin(), kAllowed.end(), command) != kAllowed.end();
 }
 
+bool isRender(std::int32_t command) noexcept {
+  return command == PF_Cmd_FRAME_SETUP || command == PF_Cmd_RENDER ||
+         command == PF_Cmd_FRAME_SETDOWN || command == PF_Cmd_SMART_PRE_RENDER ||
+         command == PF_Cmd_SMART_RENDER;
+}
+
 const char* meaning(std::int32_t result) noexcept {
   switch (result) {
     case PF_Err_OUT_OF_MEMORY:
@@ -85,15 +92,16 @@ Command::Command(EffectState& itsEffect, SequenceCopy* itsCopy, std::int32_t its
   in.version = {state.version.major, state.version.minor};
   in.appl_id = applicationId(state.role);
   in.num_params = std::max<std::int32_t>(1, static_cast<std::int32_t>(effect.declarations.size()));
-  in.downsample_x = {1, 1};
-  in.downsample_y = {1, 1};
+  const Downsample by = isRender(itsCommand) ? state.options.stress.downsample : Downsample{};
+  in.downsample_x = {1, static_cast<std::uint32_t>(by.x)};
+  in.downsample_y = {1, static_cast<std::uint32_t>(by.y)};
   in.pixel_aspect_ratio = {1, 1};
   in.global_data = effect.globalData;
   if (copy != nullptr) {
     const LayerInfo& layer = copy->layer.info();
     in.time_step = layer.timeStep;
     in.local_time_step = layer.timeStep;
-    in.total_time = layer.frameCount * layer.timeStep;
+    in.total_time = timeOf(layer, layer.frameCount);
     in.time_scale = layer.timeScale;
     in.width = layer.width;
     in.height = layer.height;
@@ -123,10 +131,17 @@ void Command::giveParams(const PF_EffectWorld* layer) {
     } else {
       values_[i] = copy->params.at(static_cast<std::int32_t>(i), now);
       ParameterStore::write(record, values_[i]);
+      scalePoint(record);
     }
     pointers_.push_back(&record);
   }
   pointers_.push_back(nullptr);
+}
+
+void Command::scalePoint(PF_ParamDef& record) const noexcept {
+  if (record.param_type != PF_Param_POINT) return;
+  record.u.td.x_value /= static_cast<std::int32_t>(in.downsample_x.den);
+  record.u.td.y_value /= static_cast<std::int32_t>(in.downsample_y.den);
 }
 
 std::int32_t Command::send(void* extra, PF_LayerDef* output) {
@@ -296,7 +311,8 @@ Command* commandOf(PF_ProgPtr ref, const char* callback) noexcept {
     const std::lock_guard guard(all.mutex);
     const auto found = all.commands.find(ref);
     known = found != all.commands.end();
-    if (known && host->role == Role::premiere) return found->second;
+    const bool anyThread = host->role == Role::premiere && !host->options.stress.callerThreadOnly;
+    if (known && anyThread) return found->second;
   }
   try {
     host->report(std::string(callback) +

@@ -48,6 +48,9 @@ class Command {
   void giveParams(const PF_EffectWorld* layer = nullptr);
   void setTime(std::int32_t time) noexcept { in.current_time = time; }
 
+  // Points are told in pixels of the command's resolution.
+  void scalePoint(PF_ParamDef& record) const noexcept;
+
   // Calls the effect. Afterwards its handles are unlocked as before, what it left checked out is
   // reported and taken back, its message shown unless quiet, changed handles taken where that is
   // allowed. Gives the effect's result; an exception that left it counts as 512.

@@ -11,6 +11,20 @@
 
 namespace host {
 
+Stress Stress::strict() noexcept {
+  Stress stress;
+  stress.moveHandles = true;
+  stress.poisonMemory = true;
+  stress.rowPadding = 7 * 16;  // an odd number of pixels at every depth
+  stress.originX = 3;
+  stress.originY = 5;
+  stress.shuffleRows = true;
+  stress.withoutParams = true;
+  stress.bottomUp = true;
+  stress.tiles = 3;
+  return stress;
+}
+
 Host::Host(Role role, ApiVersion version, HostOptions options)
     : state_(std::make_unique<HostState>(role, version, std::move(options))) {}
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/faults.h"
+#include "host/frame_view.h"
 #include "host/listener.h"
 
 namespace host {
@@ -28,6 +29,17 @@ struct Stress {
   std::int32_t originY = 0;     //   with a pattern that must survive)
   bool shuffleRows = false;     // iteration visits rows in random order
   bool withoutParams = false;   // params is null wherever the interface allows it
+  bool bottomUp = false;        // worlds begin with their last row: row bytes are negative
+  std::int32_t tiles = 1;       // smart renders come in tiles x tiles requests, put together
+  Downsample downsample{};      // renders are at 1/x, 1/y of the size that is analysed
+  std::int32_t timeOffset =
+      0;  // renders are for this time after their frame's, in the layer's units
+  bool callerThreadOnly = false;  // in the Premiere role too, only the thread called may call back
+
+  friend bool operator==(const Stress&, const Stress&) = default;
+
+  // All that one real host might do at once, and that a correct effect's pictures do not show.
+  static Stress strict() noexcept;
 };
 
 struct HostOptions {

@@ -67,6 +67,7 @@ std::int32_t checkoutParam(PF_ProgPtr ref, std::int32_t index, std::int32_t time
     } else {
       checkout.value = copy.params.at(index, {time, scale});
       ParameterStore::write(filled, checkout.value);
+      command->scalePoint(filled);
     }
     filled.unused = checkout.token;
     {

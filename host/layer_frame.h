@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/frame_source.h"
+#include "host/frame_view.h"
 #include "host/window_world.h"
 
 namespace host {
@@ -24,10 +25,9 @@ struct LayerFrame {
 // Reads frames into buffers that are used again. [any thread]
 class FramePool {
  public:
-  // margins: room around the layer inside the world. Outside the layer's duration: transparent.
-  // Throws what the source throws.
+  // Outside the layer's duration: transparent. Throws what the source throws.
   std::unique_ptr<LayerFrame> read(HostState& host, FrameSource& source, std::int32_t frame,
-                                   Depth depth, const Margins& margins = {});
+                                   Depth depth, const FrameView& view = {});
   // Reports when the effect wrote where it may only read.
   void giveBack(HostState& host, std::unique_ptr<LayerFrame> frame);
 

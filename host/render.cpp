@@ -55,9 +55,10 @@ std::string renderFrame(SequenceCopy& copy, std::int32_t frame, Depth depth, Ima
   if (frame < 0 || frame >= layer.frameCount) {
     throw Error("The layer has no frame " + std::to_string(frame) + ".");
   }
-  if (output.empty() || output.width() != layer.width || output.height() != layer.height ||
+  const PF_LRect size = reducedBounds(layer, copy.effect.state.options.stress.downsample);
+  if (output.empty() || output.width() != size.right || output.height() != size.bottom ||
       output.depth() != depth) {
-    output = Image(layer.width, layer.height, depth);
+    output = Image(size.right, size.bottom, depth);
   }
   return path == RenderPath::smart ? renderSmart(copy, frame, depth, output)
                                    : renderClassic(copy, frame, depth, output);

@@ -1,6 +1,7 @@
 // host/render_classic.cpp — FRAME_SETUP, RENDER and FRAME_SETDOWN.
 #include "host/effect_state.h"
 #include "host/error.h"
+#include "host/frame_time.h"
 #include "host/render.h"
 #include "host/render_target.h"
 
@@ -16,8 +17,7 @@ void checkDepth(const EffectState& effect, Depth depth) {
 }
 
 // Where the output lies, in layer coordinates, as FRAME_SETUP asked for it.
-PF_LRect outputArea(const EffectState& effect, const LayerInfo& layer, const PF_OutData& answer) {
-  const PF_LRect whole{0, 0, layer.width, layer.height};
+PF_LRect outputArea(const EffectState& effect, const PF_LRect& whole, const PF_OutData& answer) {
   const PF_LRect asked{-answer.origin.h, -answer.origin.v, answer.width - answer.origin.h,
                        answer.height - answer.origin.v};
   if (asked.left == whole.left && asked.top == whole.top && asked.right == whole.right &&
@@ -53,17 +53,19 @@ std::string renderClassic(SequenceCopy& copy, std::int32_t frame, Depth depth, I
   HostState& state = effect.state;
   checkDepth(effect, depth);
   const LayerInfo& layer = copy.layer.info();
-  const std::int32_t time = copy.frameTime(frame);
+  const Stress& stress = state.options.stress;
+  const std::int32_t time = copy.renderTime(frame);
+  const PF_LRect whole = reducedBounds(layer, stress.downsample);
   const std::string what = "render frame " + std::to_string(frame);
   // Plain rendering draws on the whole world: it is the layer, with no room around it.
-  const Margins margins;
+  const FrameView view{{}, stress.downsample, {}};
   std::string key = baseCacheKey(copy, time, depth, RenderPath::classic);
 
   Command setup(effect, &copy, PF_Cmd_FRAME_SETUP);
   setup.setTime(time);
   setup.giveParams();
-  setup.out.width = layer.width;
-  setup.out.height = layer.height;
+  setup.out.width = whole.right;
+  setup.out.height = whole.bottom;
   setup.require(setup.send(), what);
   void** const frameData = setup.out.frame_data;
   const bool skipped = setup.out.width == 0 && setup.out.height == 0;
@@ -73,9 +75,10 @@ std::string renderClassic(SequenceCopy& copy, std::int32_t frame, Depth depth, I
     if (skipped) {
       clear(output);
     } else {
-      FrameLoan input{copy, copy.frames.read(state, copy.layer, frame, depth, margins)};
-      const PF_LRect area = outputArea(effect, layer, setup.out);
-      RenderTarget target(state, output, area, depth, margins);
+      FrameLoan input{copy, copy.frames.read(state, copy.layer,
+                                             frameAt(layer, {time, layer.timeScale}), depth, view)};
+      const PF_LRect area = outputArea(effect, whole, setup.out);
+      RenderTarget target(state, output, area, depth, view.margins, whole);
       Command render(effect, &copy, PF_Cmd_RENDER);
       render.setTime(time);
       render.in.output_origin_x = -area.left;

@@ -23,9 +23,9 @@ void takeBackPixels(SmartFrame& smart, SequenceCopy& copy) {
   }
 }
 
-PF_RenderRequest wholeLayer(const LayerInfo& layer) {
+PF_RenderRequest requestFor(const PF_LRect& rect) {
   PF_RenderRequest request{};
-  request.rect = {0, 0, layer.width, layer.height};
+  request.rect = rect;
   request.field = PF_Field_FRAME;
   request.channel_mask = PF_ChannelMask_ARGB;
   return request;
@@ -90,34 +90,55 @@ void render(SmartFrame& smart, SequenceCopy& copy, std::int32_t time,
   command.require(result, what);
 }
 
-}  // namespace
-
-std::string renderSmart(SequenceCopy& copy, std::int32_t frame, Depth depth, Image& output) {
+// One request, and what it brings put into its place. Gives the bytes mixed into the cache key.
+std::string renderPart(SequenceCopy& copy, std::int32_t frame, Depth depth, const PF_LRect& part,
+                       const Margins& margins, Image& output) {
   HostState& state = copy.effect.state;
-  const LayerInfo& layer = copy.layer.info();
-  const std::int32_t time = copy.frameTime(frame);
+  const std::int32_t time = copy.renderTime(frame);
   const std::string what = "render frame " + std::to_string(frame);
-  const PF_RenderRequest request = wholeLayer(layer);
+  const PF_RenderRequest request = requestFor(part);
   SmartFrame smart(copy.effect);
   smart.depth = depth;
-  smart.margins = stressMargins(state.options.stress);
+  smart.margins = margins;
   preRender(smart, copy, time, request, what);
-  std::string key = baseCacheKey(copy, time, depth, RenderPath::smart) + asText(smart.mixedIn);
+  std::string mixedIn = asText(smart.mixedIn);
 
   PF_LRect result = smart.output.result_rect;
-  result.left = std::max(result.left, 0);
-  result.top = std::max(result.top, 0);
-  result.right = std::min(result.right, layer.width);
-  result.bottom = std::min(result.bottom, layer.height);
+  result.left = std::max(result.left, part.left);
+  result.top = std::max(result.top, part.top);
+  result.right = std::min(result.right, part.right);
+  result.bottom = std::min(result.bottom, part.bottom);
   if (result.right <= result.left || result.bottom <= result.top) {
-    clear(output);
-    return key;
+    clear(output, part);
+    return mixedIn;
   }
-  RenderTarget target(state, output, result, depth, smart.margins);
+  RenderTarget target(state, output, result, depth, smart.margins, part);
   smart.target = &target.world();
   render(smart, copy, time, request, what);
   target.finish(state);
-  return key;
+  return mixedIn;
+}
+
+}  // namespace
+
+std::string renderSmart(SequenceCopy& copy, std::int32_t frame, Depth depth, Image& output) {
+  const Stress& stress = copy.effect.state.options.stress;
+  const PF_LRect whole = reducedBounds(copy.layer.info(), stress.downsample);
+  const std::string key = baseCacheKey(copy, copy.renderTime(frame), depth, RenderPath::smart);
+  Margins margins = stressMargins(stress);
+  // The buffer of a part ends with it: the frame goes on there.
+  if (stress.tiles > 1) margins.right = margins.bottom = 0;
+  const std::int32_t tileWidth = std::max(1, (whole.right + stress.tiles - 1) / stress.tiles);
+  const std::int32_t tileHeight = std::max(1, (whole.bottom + stress.tiles - 1) / stress.tiles);
+  std::string mixedIn;
+  for (std::int32_t top = 0; top < whole.bottom; top += tileHeight) {
+    for (std::int32_t left = 0; left < whole.right; left += tileWidth) {
+      const PF_LRect part{left, top, std::min(left + tileWidth, whole.right),
+                          std::min(top + tileHeight, whole.bottom)};
+      mixedIn = renderPart(copy, frame, depth, part, margins, output);
+    }
+  }
+  return key + mixedIn;
 }
 
 }  // namespace host

@@ -19,9 +19,9 @@ bool isWhole(const PF_LRect& rect, const Image& image) noexcept {
          rect.bottom == image.height();
 }
 
-bool covers(const PF_LRect& rect, const Image& image) noexcept {
-  return rect.left <= 0 && rect.top <= 0 && rect.right >= image.width() &&
-         rect.bottom >= image.height();
+bool covers(const PF_LRect& rect, const PF_LRect& other) noexcept {
+  return rect.left <= other.left && rect.top <= other.top && rect.right >= other.right &&
+         rect.bottom >= other.bottom;
 }
 
 }  // namespace
@@ -33,18 +33,23 @@ Margins stressMargins(const Stress& stress) noexcept {
 }
 
 void clear(Image& image) noexcept {
-  for (std::int32_t y = 0; y < image.height(); ++y) {
-    std::memset(image.row(y), 0,
-                static_cast<std::size_t>(image.width()) *
-                    static_cast<std::size_t>(pixelBytes(image.depth())));
+  clear(image, {0, 0, image.width(), image.height()});
+}
+
+void clear(Image& image, const PF_LRect& part) noexcept {
+  const auto pixel = static_cast<std::size_t>(pixelBytes(image.depth()));
+  for (std::int32_t y = part.top; y < part.bottom; ++y) {
+    std::memset(image.row(y) + static_cast<std::size_t>(part.left) * pixel, 0,
+                static_cast<std::size_t>(part.right - part.left) * pixel);
   }
 }
 
 RenderTarget::RenderTarget(HostState& host, Image& output, const PF_LRect& result, Depth depth,
-                           const Margins& margins)
-    : output_(output), result_(result) {
+                           const Margins& margins, const PF_LRect& region)
+    : output_(output), result_(result), region_(region) {
   const std::int32_t padding = outputPadding(host.options.stress);
-  if (padding == 0 && margins.none() && isWhole(result, output)) {
+  const bool bottomUp = host.options.stress.bottomUp;
+  if (padding == 0 && !bottomUp && margins.none() && isWhole(result, output)) {
     if (host.options.stress.poisonMemory) {
       for (std::int32_t y = 0; y < output.height(); ++y) {
         std::memset(output.row(y), 0xCD, static_cast<std::size_t>(output.rowBytes()));
@@ -53,7 +58,8 @@ RenderTarget::RenderTarget(HostState& host, Image& output, const PF_LRect& resul
     world_ = output.world(true);
     return;
   }
-  window_.emplace(result.right - result.left, result.bottom - result.top, depth, padding, margins);
+  window_.emplace(result.right - result.left, result.bottom - result.top, depth, padding, margins,
+                  bottomUp);
   world_ = window_->world(true);
   world_.origin_x += result.left;
   world_.origin_y += result.top;
@@ -62,7 +68,7 @@ RenderTarget::RenderTarget(HostState& host, Image& output, const PF_LRect& resul
 void RenderTarget::finish(HostState& host) {
   if (!window_) return;
   if (!window_->intact()) host.report("the effect wrote outside its output");
-  if (!covers(result_, output_)) clear(output_);
+  if (!covers(result_, region_)) clear(output_, region_);
   const auto pixel = static_cast<std::size_t>(pixelBytes(output_.depth()));
   const std::int32_t left = std::max(result_.left, 0);
   const std::int32_t right = std::min(result_.right, output_.width());

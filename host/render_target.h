@@ -14,17 +14,20 @@ namespace host {
 // lies within the layer copied out at the end.
 class RenderTarget {
  public:
-  // result: in layer coordinates, not empty; output has the layer's size.
+  // result: in layer coordinates, not empty; output has the size that is rendered. region: what of
+  // the output this render stands for.
   RenderTarget(HostState& host, Image& output, const PF_LRect& result, Depth depth,
-               const Margins& margins);
+               const Margins& margins, const PF_LRect& region);
 
   PF_EffectWorld& world() noexcept { return world_; }
-  // Reports writes outside the picture; what the result does not cover becomes transparent.
+  // Reports writes outside the picture; what of the region the result does not cover becomes
+  // transparent.
   void finish(HostState& host);
 
  private:
   Image& output_;
   PF_LRect result_;
+  PF_LRect region_;
   std::optional<WindowWorld> window_;
   PF_EffectWorld world_{};
 };
@@ -33,5 +36,7 @@ class RenderTarget {
 Margins stressMargins(const Stress& stress) noexcept;
 
 void clear(Image& image) noexcept;
+// A part of it, within its bounds.
+void clear(Image& image, const PF_LRect& part) noexcept;
 
 }  // namespace host

@@ -1,12 +1,11 @@
 // host/sequence_copy.cpp — one live copy of an effect's sequence data.
 #include "host/sequence_copy.h"
 
-#include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "host/effect_state.h"
 #include "host/error.h"
+#include "host/frame_time.h"
 #include "host/handles.h"
 
 namespace host {
@@ -54,9 +53,11 @@ LayerChoice SequenceCopy::layerChoice(std::int32_t index) const noexcept {
 }
 
 std::int32_t SequenceCopy::frameTime(std::int32_t frame) const noexcept {
-  const std::int64_t time = std::int64_t{frame} * layer.info().timeStep;
-  using Limits = std::numeric_limits<std::int32_t>;
-  return static_cast<std::int32_t>(std::clamp<std::int64_t>(time, Limits::min(), Limits::max()));
+  return timeOf(layer.info(), frame);
+}
+
+std::int32_t SequenceCopy::renderTime(std::int32_t frame) const noexcept {
+  return frameTime(frame) + effect.state.options.stress.timeOffset;
 }
 
 void SequenceCopy::setUp() {

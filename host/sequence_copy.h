@@ -37,6 +37,8 @@ class SequenceCopy {
   std::int32_t dynamicFlags(std::int32_t time);
 
   std::int32_t frameTime(std::int32_t frame) const noexcept;
+  // The time that renders of the frame are for.
+  std::int32_t renderTime(std::int32_t frame) const noexcept;
   LayerChoice layerChoice(std::int32_t index) const noexcept;
 
   EffectState& effect;

@@ -55,10 +55,11 @@ std::int32_t checkoutLayer(PF_ProgPtr ref, std::int32_t index, std::int32_t id,
     return command->keepFailure();
   }
   const LayerInfo& info = command->copy->layer.info();
-  const PF_LRect whole{0, 0, info.width, info.height};
+  const PF_LRect whole = reducedBounds(info, state.options.stress.downsample);
   *result = {};
   if (choice == LayerChoice::empty) return PF_Err_NONE;
   result->result_rect = intersection(request->rect, whole);
+  command->smart->layers[id].part = result->result_rect;
   result->max_result_rect = whole;
   result->par = {info.pixelAspectNum, info.pixelAspectDen};
   result->ref_width = info.width;
@@ -106,8 +107,9 @@ std::int32_t checkoutPixels(PF_ProgPtr ref, std::int32_t id, PF_EffectWorld** wo
     return PF_Err_NONE;
   }
   try {
-    request.pixels = copy.frames.read(state, copy.layer, frameAt(copy.layer.info(), request.moment),
-                                      command->smart->depth, command->smart->margins);
+    request.pixels = copy.frames.read(
+        state, copy.layer, frameAt(copy.layer.info(), request.moment), command->smart->depth,
+        {command->smart->margins, state.options.stress.downsample, request.part});
   } catch (...) {
     return command->keepFailure();
   }

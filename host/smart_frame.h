@@ -18,6 +18,7 @@ class EffectState;
 // A layer that the effect asked for in the pre-render.
 struct LayerRequest {
   Moment moment;
+  PF_LRect part{};                     // of the layer, as promised in the pre-render
   bool empty = false;                  // a layer parameter set to none: no pixels will come
   std::unique_ptr<LayerFrame> pixels;  // from check-out to check-in
   bool taken = false;                  // only once

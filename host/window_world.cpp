@@ -11,8 +11,8 @@ constexpr std::size_t kGuardRows = 2;
 }
 
 WindowWorld::WindowWorld(std::int32_t width, std::int32_t height, Depth depth,
-                         std::int32_t rowPadding, const Margins& margins)
-    : width_(width), height_(height), depth_(depth), margins_(margins) {
+                         std::int32_t rowPadding, const Margins& margins, bool bottomUp)
+    : width_(width), height_(height), depth_(depth), margins_(margins), bottomUp_(bottomUp) {
   const auto pixel = static_cast<std::size_t>(pixelBytes(depth));
   const auto columns = static_cast<std::size_t>(width + margins.left + margins.right);
   const auto rows = static_cast<std::size_t>(height + margins.top + margins.bottom);
@@ -32,17 +32,20 @@ std::size_t WindowWorld::rowBytes() const noexcept {
 }
 
 PF_EffectWorld WindowWorld::world(bool writable) noexcept {
+  const std::int32_t rows = height_ + margins_.top + margins_.bottom;
+  const auto stride = static_cast<std::ptrdiff_t>(stride_);
+  std::byte* const lowest = buffer_.data() + first_;
   PF_EffectWorld record =
-      describeWorld(buffer_.data() + first_, static_cast<std::ptrdiff_t>(stride_),
-                    width_ + margins_.left + margins_.right,
-                    height_ + margins_.top + margins_.bottom, depth_, writable);
+      describeWorld(bottomUp_ ? lowest + (rows - 1) * stride : lowest, bottomUp_ ? -stride : stride,
+                    width_ + margins_.left + margins_.right, rows, depth_, writable);
   record.origin_x = -margins_.left;
   record.origin_y = -margins_.top;
   return record;
 }
 
 std::byte* WindowWorld::row(std::int32_t y) noexcept {
-  return buffer_.data() + first_ + static_cast<std::size_t>(y + margins_.top) * stride_ +
+  const std::int32_t inMemory = bottomUp_ ? margins_.bottom + height_ - 1 - y : margins_.top + y;
+  return buffer_.data() + first_ + static_cast<std::size_t>(inMemory) * stride_ +
          static_cast<std::size_t>(margins_.left) * static_cast<std::size_t>(pixelBytes(depth_));
 }
 
@@ -64,7 +67,8 @@ bool WindowWorld::sameAs(const Image& image) {
 bool WindowWorld::intact() const {
   const auto pixel = static_cast<std::size_t>(pixelBytes(depth_));
   const std::size_t left = static_cast<std::size_t>(margins_.left) * pixel;
-  const std::size_t start = first_ + static_cast<std::size_t>(margins_.top) * stride_;
+  const std::int32_t below = bottomUp_ ? margins_.bottom : margins_.top;
+  const std::size_t start = first_ + static_cast<std::size_t>(below) * stride_;
   std::size_t i = 0;
   const auto check = [&](std::size_t end) {
     for (; i < end; ++i) {

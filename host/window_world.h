@@ -23,8 +23,9 @@ struct Margins {
 // on all sides. Everything but the picture is filled with a pattern.
 class WindowWorld {
  public:
+  // bottomUp: the last row comes first in memory.
   WindowWorld(std::int32_t width, std::int32_t height, Depth depth, std::int32_t rowPadding,
-              const Margins& margins);
+              const Margins& margins, bool bottomUp = false);
 
   PF_EffectWorld world(bool writable) noexcept;
   std::byte* row(std::int32_t y) noexcept;  // of the picture
@@ -42,8 +43,9 @@ class WindowWorld {
   std::int32_t height_;
   Depth depth_;
   Margins margins_;
+  bool bottomUp_;
   std::size_t stride_;
-  std::size_t first_;  // offset of the world's first pixel
+  std::size_t first_;  // offset of the lowest row in memory
   std::vector<std::byte> buffer_;
 };
 

@@ -17,7 +17,8 @@ struct Row {
 const std::vector<Row>& rows() {
   static const std::vector<Row> all{
       {"newHandle",
-       "SetUp Flags ClassicRender8 ClassicRender16 ClassicPassedOver ClassicNotice Reopen13 "
+       "SetUp Flags ClassicRender8 ClassicRender16 ClassicPassedOver ClassicHalf ClassicNotice "
+       "Reopen13 "
        "PremiereSetUp",
        {"512", R"(E "Not enough memory to analyze this layer.")", "done"}},
       {"newHandle",
@@ -66,7 +67,7 @@ const std::vector<Row>& rows() {
        {"512", "altered", "done", R"(host: The effect cannot read the value "110".)",
         R"(host: The effect cannot read the value "90".)", "no data"}},
       {"lockHandle",
-       "Flags ClassicRender8 ClassicRender16 ClassicPassedOver ClassicNotice Reopen13",
+       "Flags ClassicRender8 ClassicRender16 ClassicPassedOver ClassicHalf ClassicNotice Reopen13",
        {"512", R"(E "Not enough memory to analyze this layer.")", "altered", "done", "no data"}},
       {"lockHandle",
        "Render8 Render16 RenderFloat RenderKeyframes RenderNotice8 RenderNoticeFloat",
@@ -144,12 +145,15 @@ const std::vector<Row>& rows() {
       {"registerUi", "SetUp PremiereSetUp", {"E"}},
       {"iterate",
        "Render8 Render16 RenderFloat RenderKeyframes RenderNotice8 RenderNoticeFloat "
-       "ClassicRender8 ClassicRender16 ClassicNotice PremiereRender PremiereRenderNotice",
+       "ClassicRender8 ClassicRender16 ClassicHalf ClassicNotice PremiereRender "
+       "PremiereRenderNotice",
        {"E"}},
+      {"fill", "ClassicHalf", {"E"}},
       {"copy", "ClassicPassedOver PremiereRenderPassedOver", {"E"}},
       {"progress",
        "Render8 Render16 RenderFloat RenderKeyframes RenderNotice8 RenderNoticeFloat "
-       "ClassicRender8 ClassicRender16 ClassicNotice PremiereRender PremiereRenderNotice",
+       "ClassicRender8 ClassicRender16 ClassicHalf ClassicNotice PremiereRender "
+       "PremiereRenderNotice",
        {"E"}},
       {"progress", "Analyze AnalyzeSubrectangle AnalyzeForKeyframes", {"E", "altered", "done"}},
       {"infoText", "Analyze AnalyzeSubrectangle AnalyzeForKeyframes", {"E"}},

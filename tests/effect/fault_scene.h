@@ -1,9 +1,11 @@
 // tests/effect/fault_scene.h — host, effect, layer, instance and panel that faults happen to.
 #pragma once
 
-#include <memory>
+#include <map>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "host/effect.h"
 #include "host/instance.h"
@@ -13,13 +15,24 @@
 
 namespace effect_test {
 
+// Paints each frame once: a sweep reads the same few again and again.
+class StillFootage : public TestFootage {
+ public:
+  explicit StillFootage(TestFootage painted) : TestFootage(std::move(painted)) {}
+  void read(std::int32_t frame, host::Image& image) override;
+
+ private:
+  std::mutex mutex_;
+  std::map<std::pair<std::int32_t, host::Depth>, host::Image> frames_;
+};
+
 class Scene {
  public:
   static constexpr std::int32_t kWidth = 90;
   static constexpr std::int32_t kHeight = 70;
   static constexpr std::int32_t kFrames = 3;
 
-  explicit Scene(host::Role role);
+  explicit Scene(host::Role role, const host::Stress& stress = {});
 
   // The effect, and an analysed instance with the controls as known. No panel.
   void makeReady();
@@ -33,7 +46,7 @@ class Scene {
 
   // Order of destruction: panel, instance, effect, host.
   RecordingListener listener;
-  TestFootage footage;
+  StillFootage footage;
   host::Host app;
   std::optional<host::Effect> effect;
   std::optional<host::Instance> fx;
@@ -44,7 +57,10 @@ class Scene {
 
  private:
   void setControls();
+  std::string picture();
   host::RenderPath path() const;
+
+  std::string right_;  // the picture, once made ready
 };
 
 // The pixels as text.

@@ -211,6 +211,7 @@ const std::vector<FaultVisit>& faultVisits() {
       {"ClassicRender8", kAe, ready, render<Depth::bits8, kClassic>},
       {"ClassicRender16", kAe, ready, render<Depth::bits16, kClassic>},
       {"ClassicPassedOver", kAe, passedOver, render<Depth::bits8, kClassic>},
+      {"ClassicHalf", kAe, ready, render<Depth::bits8, kClassic>, {.downsample = {2, 2}}},
       {"ClassicNotice", kAe, cleared, render<Depth::bits8, kClassic>},
       {"Panel", kAe, ready, openAndDraw},
       {"PanelUnanalyzed", kAe, unanalyzed, openAndDraw},

@@ -13,6 +13,7 @@ struct FaultVisit {
   host::Role role;
   void (*prepare)(Scene&);  // without faults
   void (*act)(Scene&);      // with them; leaves in Scene::seen what came of it
+  host::Stress stress{};
 };
 
 const std::vector<FaultVisit>& faultVisits();

@@ -263,36 +263,5 @@ TEST(FavorBrighter, WeighsByBrightness) {
   }
 }
 
-TEST(Rendering, StressedHostsGetTheSamePixels) {
-  for (const Depth depth : {Depth::bits8, Depth::bits16, Depth::float32}) {
-    TestFootage footage = flickeringFootage(kWidth, kHeight, 4, depth);
-    const auto renderAll = [&](host::HostOptions options) {
-      std::vector<Image> images;
-      Visit visit{host::Role::afterEffects, {13, 14}, std::move(options)};
-      Instance fx{visit.effect(), footage};
-      fx.param("Number of smoothing frames").set(1);
-      fx.press("Analyze");
-      for (std::int32_t i = 0; i < 4; ++i) fx.render(i, depth, images.emplace_back());
-      return images;
-    };
-    host::HostOptions odd;
-    odd.stress.moveHandles = true;
-    odd.stress.poisonMemory = true;
-    odd.stress.rowPadding = 52;
-    odd.stress.shuffleRows = true;
-    odd.stress.withoutParams = true;
-    odd.threads = 3;
-    const auto friendly = renderAll({});
-    const auto stressed = renderAll(odd);
-    for (std::size_t n = 0; n < friendly.size(); ++n) {
-      for (std::int32_t y = 0; y < kHeight; ++y) {
-        ASSERT_EQ(std::memcmp(friendly[n].row(y), stressed[n].row(y),
-                              static_cast<std::size_t>(kWidth * host::pixelBytes(depth))),
-                  0);
-      }
-    }
-  }
-}
-
 }  // namespace
 }  // namespace effect_test

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 
 namespace effect_test {
@@ -103,8 +104,21 @@ const host::EffectModule& effectModule() {
   return module;
 }
 
+host::HostOptions asAsked(host::HostOptions options) {
+  const char* const asked = std::getenv("VARILUM_HOST");
+  const bool strict = asked != nullptr && std::string_view(asked) == "strict";
+  if (strict && options.stress == host::Stress{}) options.stress = host::Stress::strict();
+  return options;
+}
+
+host::HostOptions wholeFrames() {
+  host::HostOptions options = asAsked({});
+  options.stress.tiles = 1;
+  return options;
+}
+
 Visit::Visit(host::Role role, host::ApiVersion version, host::HostOptions options)
-    : host_(std::make_unique<host::Host>(role, version, std::move(options))),
+    : host_(std::make_unique<host::Host>(role, version, asAsked(std::move(options)))),
       effect_(std::make_unique<host::Effect>(*host_, effectModule())) {}
 
 Visit::~Visit() {

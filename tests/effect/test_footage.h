@@ -37,6 +37,10 @@ class TestFootage : public host::FrameSource {
   // The frame as the effect gets it at this depth.
   host::Image frame(std::int32_t index, host::Depth depth);
 
+  void setTimes(std::int32_t step, std::uint32_t scale) {
+    info_.timeStep = step;
+    info_.timeScale = scale;
+  }
   void setFrameCount(std::int32_t frames) { info_.frameCount = frames; }
 
  private:
@@ -50,6 +54,11 @@ TestFootage flickeringFootage(std::int32_t width, std::int32_t height, std::int3
 
 // The effect library built beside the tests.
 const host::EffectModule& effectModule();
+
+// The options, and every oddity at once where they ask for none and VARILUM_HOST=strict.
+host::HostOptions asAsked(host::HostOptions options);
+// For tests of what is laid out in the buffer rather than the layer: requests stay whole.
+host::HostOptions wholeFrames();
 
 // A host with the effect in it. Checks at its end that nothing is outstanding.
 class Visit {

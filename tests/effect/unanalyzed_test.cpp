@@ -44,7 +44,7 @@ TEST(Unanalyzed, TheBandCrossesTheMiddleAndTheRestIsUntouched) {
       TestFootage footage(width, height, 3, depth, [](auto, auto x, auto y) {
         return Pixel{0.5, 0.2 + x * 0.001, 0.3 + y * 0.002, 0.6};
       });
-      Visit visit;
+      Visit visit{host::Role::afterEffects, {13, 14}, wholeFrames()};
       {
         host::Instance fx{visit.effect(), footage};
         Image out;
@@ -87,7 +87,7 @@ TEST(Unanalyzed, TheLetteringIsTheSameAtEveryDepth) {
     TestFootage footage(640, 360, 1, depth, [](auto, auto, auto) {
       return Pixel{1.0, 0.1, 0.1, 0.1};
     });
-    Visit visit;
+    Visit visit{host::Role::afterEffects, {13, 14}, wholeFrames()};
     host::Instance fx{visit.effect(), footage};
     Image out;
     fx.render(0, depth, out);
@@ -104,7 +104,7 @@ TEST(Unanalyzed, TheLetteringIsTheSameAtEveryDepth) {
 
 TEST(Unanalyzed, TheHostHearsThatOutputIsNotFinal) {
   TestFootage footage = flickeringFootage(64, 64, 3, Depth::bits8);
-  Visit visit;
+  Visit visit{host::Role::afterEffects, {13, 14}, wholeFrames()};
   host::Instance fx{visit.effect(), footage};
   EXPECT_TRUE(fx.watermarked());
   fx.press("Analyze");
