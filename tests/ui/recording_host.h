@@ -102,6 +102,9 @@ class RecordingHost {
     std::vector<DRAWBOT_PointF32> points{};
   };
 
+  // Hands out the callbacks, and takes calls on them.
+  void connect();
+  void disconnect();
   std::int32_t called(const std::string& function);
   template <class Ref>
   void make(Object object, Ref* ref);
