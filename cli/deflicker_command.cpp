@@ -10,6 +10,7 @@
 #include "cli/output_options.h"
 #include "cli/plot_file.h"
 #include "cli/render_job.h"
+#include "cli/report_file.h"
 #include "cli/same_file.h"
 #include "cli/workbench.h"
 #include "media/format_help.h"
@@ -24,6 +25,7 @@ struct DeflickerOptions {
   EffectOptions effect;
   ShotOptions shots;
   OutputOptions writing;
+  ReportOptions report;
   WorkOptions work;
   ConsoleOptions console;
 };
@@ -36,16 +38,21 @@ void run(const DeflickerOptions& options) {
   Console console(options.console);
   Workbench bench(options.clip, options.work, console);
   checkAgainstClip(options.effect, bench.source().clip());
+  checkReports(options.report, bench.source().clip().frameCount, options.writing.force);
   Output output(options.output, bench, options.writing, {}, console);
   bench.analyze(options.effect, options.shots);
   reportFindings(bench.found(), console);
   const media::FrameRange all{0, bench.source().info().frameCount - 1};
+  ReportStills stills(options.report, bench, all);
   const JobResult job =
-      renderTo(output, bench, options.writing, workerCount(options.work), all, console);
+      renderTo(output, bench, options.writing, workerCount(options.work), all, console,
+               [&stills](const RenderedFrame& frame) { stills.take(frame); });
   if (!options.plot.empty()) {
     writePlot(options.plot, bench.source().clip(), bench.levels(), bench.found(), job.frames);
   }
   const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
+  writeReports(options.report, job, bench, stills, options.output, spent.count(),
+               options.writing.force);
   reportRendering(job, options.output, spent.count(), console);
 }
 
@@ -66,6 +73,7 @@ void addDeflickerCommand(CLI::App& app, Work& work) {
                    "Draw brightness before, wanted and after over all frames into this PNG.")
       ->type_name("PNG")
       ->group("General");
+  addReportOptions(*command, options->report);
   addForceOption(*command, options->writing.force);
   addHostRoleOption(*command, options->work);
   addGeneralOptions(*command, options->work, options->console);

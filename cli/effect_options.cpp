@@ -152,6 +152,13 @@ void checkTarget(const EffectOptions& options, std::int64_t frameCount) {
 
 }  // namespace
 
+std::string_view correctionName(int popupValue) {
+  for (const Choice& choice : kCorrectionMethods) {
+    if (choice.value == popupValue) return choice.name;
+  }
+  return "unknown";
+}
+
 bool asksForAnything(const EffectOptions& o) noexcept {
   return o.deflickerMethod || o.correctionMethod || o.target || o.smoothingFrames ||
          o.adjustClipping || o.subrect || o.speed || o.favorBrighter || !o.luminance.empty() ||

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/frame_span.h"
@@ -50,6 +51,9 @@ struct EffectOptions {
   std::vector<LevelKey> shiftSpread;
   std::optional<Switch<std::vector<FrameSpan>>> dontDeflicker;
 };
+
+/// The name that --correction-method has for a popup value.
+std::string_view correctionName(int popupValue);
 
 bool asksForAnything(const EffectOptions& options) noexcept;
 

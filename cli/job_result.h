@@ -41,7 +41,8 @@ struct JobResult {
   std::vector<FrameResult> frames;  ///< those that were rendered, in order
   std::vector<ShotResult> shots;    ///< all of the clip's
   std::string target;               ///< as --target has it
-  double seconds = 0.0;             ///< rendering and encoding
+  host::Depth depth = host::Depth::bits8;
+  double seconds = 0.0;  ///< rendering and encoding
 };
 
 FlickerFigures figuresOf(std::span<const double> levels);

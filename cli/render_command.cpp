@@ -14,6 +14,7 @@
 #include "cli/project_clip.h"
 #include "cli/project_file.h"
 #include "cli/render_job.h"
+#include "cli/report_file.h"
 #include "cli/same_file.h"
 #include "cli/workbench.h"
 
@@ -28,6 +29,7 @@ struct RenderOptions {
   EffectOptions effect;
   media::ReadOptions read;
   OutputOptions writing;
+  ReportOptions report;
   WorkOptions work;
   ConsoleOptions console;
 };
@@ -53,11 +55,16 @@ void run(const RenderOptions& options) {
   bench.open(project);
   std::optional<media::FrameRange> cut;
   if (options.frames) cut = frames;
+  checkReports(options.report, layerFrames, options.writing.force);
   Output output(options.output, bench, options.writing, cut, console);
   bench.adjust(options.effect);
+  ReportStills stills(options.report, bench, frames);
   const JobResult job =
-      renderTo(output, bench, options.writing, workerCount(options.work), frames, console);
+      renderTo(output, bench, options.writing, workerCount(options.work), frames, console,
+               [&stills](const RenderedFrame& frame) { stills.take(frame); });
   const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
+  writeReports(options.report, job, bench, stills, options.output, spent.count(),
+               options.writing.force);
   reportRendering(job, options.output, spent.count(), console);
 }
 
@@ -92,6 +99,7 @@ void addRenderCommand(CLI::App& app, Work& work) {
   addEffectOptions(*command, options->effect);
   addReadOptions(*command, options->read);
   addOutputOptions(*command, options->writing);
+  addReportOptions(*command, options->report);
   addForceOption(*command, options->writing.force);
   addHostRoleOption(*command, options->work);
   addGeneralOptions(*command, options->work, options->console);

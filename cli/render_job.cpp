@@ -12,7 +12,6 @@
 #include "cli/error.h"
 #include "cli/forecast.h"
 #include "cli/job_report.h"
-#include "cli/render_pipeline.h"
 #include "media/error.h"
 
 namespace cli {
@@ -61,6 +60,7 @@ class Job {
     plan_.route = [this](std::int64_t frame) { return route(frame); };
     result_.first = frames.first;
     result_.target = toText(bench.target());
+    result_.depth = depth;
     warnOfIdleClipping(result_.shots.front().settings, depth, console);
   }
   Job(const Job&) = delete;
@@ -85,12 +85,15 @@ class Job {
     return any;
   }
 
-  void write(media::ClipWriter& writer, std::string_view phase) {
+  void write(media::ClipWriter& writer, std::string_view phase,
+             const std::function<void(const RenderedFrame&)>& observe) {
     result_.frames.clear();
     Progress& progress = console_.progress();
     progress.begin(std::string(phase), plan_.last - plan_.first + 1);
     renderFrames(bench_.source(), plan_, [&](RenderedFrame& frame) {
       writer.write(frame.picture);
+      if (observe) observe(frame);
+      frame.original = {};
       frame.picture = {};
       result_.frames.push_back(resultOf(frame));
       progress.update(static_cast<std::int64_t>(result_.frames.size()));
@@ -224,7 +227,8 @@ void Output::restart() {
 }
 
 JobResult renderTo(Output& output, Workbench& bench, const OutputOptions& options, int workers,
-                   media::FrameRange frames, Console& console) {
+                   media::FrameRange frames, Console& console,
+                   const std::function<void(const RenderedFrame&)>& observe) {
   const auto start = std::chrono::steady_clock::now();
   const host::Role role = bench.host().role();
   const host::Depth depth = renderDepth(options, bench.source().clip(), role);
@@ -233,10 +237,10 @@ JobResult renderTo(Output& output, Workbench& bench, const OutputOptions& option
   }
   Job job(bench, depth, workers, frames, console);
   job.passWhatIsForeseen();
-  job.write(output.writer(), "Rendering");
+  job.write(output.writer(), "Rendering", observe);
   if (job.passWhatIsMeasured()) {
     output.restart();
-    job.write(output.writer(), "Rendering again");
+    job.write(output.writer(), "Rendering again", observe);
   }
   output.writer().finish();
   JobResult& result = job.result();

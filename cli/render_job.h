@@ -1,11 +1,13 @@
 // cli/render_job.h — an analysed clip written through the effect, with what was gained.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
 #include "cli/job_result.h"
 #include "cli/output_options.h"
+#include "cli/render_pipeline.h"
 #include "cli/workbench.h"
 #include "media/clip_writer.h"
 
@@ -35,8 +37,10 @@ class Output {
 /// clipping" cannot act. A shot that would flicker more than it did is written as it is, and that
 /// is said: where it can be told beforehand nothing is rendered twice; else, as with an opened
 /// project, all is written again without it. Targets that the user set frame by frame are followed
-/// whatever comes of it.
+/// whatever comes of it. `observe`, if there, sees each frame on its way to the encoder, and again
+/// when all is written again.
 JobResult renderTo(Output& output, Workbench& bench, const OutputOptions& options, int workers,
-                   media::FrameRange frames, Console& console);
+                   media::FrameRange frames, Console& console,
+                   const std::function<void(const RenderedFrame&)>& observe = {});
 
 }  // namespace cli

@@ -24,7 +24,6 @@ struct Copies {
 };
 
 struct Task {
-  media::Picture original;
   FrameRoute route;
   Copies* copies = nullptr;  // null: the effect is not asked
   RenderedFrame result;
@@ -151,26 +150,26 @@ class Workers {
     RenderedFrame& result = task.result;
     const media::ArgbView pixels = viewOf(input);
     LevelMeter meter(pixels, task.route.area);
-    media::toArgb(task.original, pixels, {}, [&meter](int y) { meter.add(y); });
+    media::toArgb(result.original, pixels, {}, [&meter](int y) { meter.add(y); });
     result.inputLevel = result.outputLevel = meter.level();
     result.untouched = true;
-    result.picture = task.original;
+    result.picture = result.original;
   }
 
   void render(Task& task, host::RenderCopy& copy, host::Image& output) {
     RenderedFrame& result = task.result;
-    const PictureLoan loan(source_, task.route.readAs.value_or(result.frame), task.original,
+    const PictureLoan loan(source_, task.route.readAs.value_or(result.frame), result.original,
                            task.route.area);
     copy.render(task.route.layerFrame, plan_.depth, output);
     const media::ConstArgbView pixels = viewOf(std::as_const(output));
-    result.untouched = media::isUnchanged(pixels, task.original);
+    result.untouched = media::isUnchanged(pixels, result.original);
     if (result.untouched) {
-      result.picture = task.original;
+      result.picture = result.original;
       result.outputLevel = frameLevel(pixels, task.route.area);
     } else {
       LevelMeter meter(pixels, task.route.area);
       const auto measure = [&meter](int y) { meter.add(y); };
-      result.picture = media::fromArgb(pixels, task.original, {}, measure);
+      result.picture = media::fromArgb(pixels, result.original, {}, measure);
       result.outputLevel = meter.level();
     }
     result.inputLevel = loan.level().value_or(result.outputLevel);
@@ -207,8 +206,8 @@ std::int64_t renderFrames(ClipSource& source, const RenderPlan& plan,
         break;
       }
       Task& task = inOrder.emplace_back();
-      task.original = std::move(picture);
       task.result.frame = next;
+      task.result.original = std::move(picture);
       task.route = plan.route(next);
       if (task.route.part) task.copies = &copies.take(*task.route.part);
       workers.submit(task);

@@ -43,6 +43,7 @@ struct RenderPlan {
 /// One frame's outcome.
 struct RenderedFrame {
   std::int64_t frame = 0;
+  media::Picture original;
   media::Picture picture;  ///< the original itself when the effect changed nothing
   bool untouched = false;
   double inputLevel = 0.0;  ///< over the route's area, 0..255

@@ -1,5 +1,6 @@
 # Libraries of headers alone for another system than this one: this system's copies, and nothing else
 # of /usr/include, put where the cross compiler may look.
+include_guard(GLOBAL)
 set(packages "${CMAKE_BINARY_DIR}/header_packages")
 foreach(package CLI fmt nlohmann)
   if(NOT EXISTS "/usr/include/${package}")

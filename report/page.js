@@ -33,6 +33,7 @@
     return cell;
   };
 
+  const shotStarts = new Set(data.shots.map((shot) => shot.first));
   const shotAt = (frame) => data.shots.findIndex((shot) => frame >= shot.first && frame <= shot.last);
   const repeats = new Map(frames.repeats);
   const untouchedAt = (frame) => frames.untouched.some(([from, to]) => frame >= from && frame <= to);
@@ -189,7 +190,7 @@
   };
 
   // One stroke a curve. Where several frames share a pixel column, their lowest and highest level
-  // are drawn, so that no flash gets lost.
+  // are drawn, so that no flash gets lost. Shots are not joined.
   const stroke = (context, curve, from, to, box, yOf) => {
     const columns = box.right - box.left;
     const perColumn = Math.max(1, Math.floor((to - from + 1) / (2 * columns)));
@@ -204,6 +205,7 @@
       let low = null;
       let high = null;
       for (let k = i; k < i + perColumn && k <= to; ++k) {
+        if (shotStarts.has(first + k)) drawing = false;
         const value = curve.values[k];
         if (value === null || value < 0) continue;
         if (low === null || value < curve.values[low]) low = k;

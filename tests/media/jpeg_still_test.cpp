@@ -63,9 +63,36 @@ TEST(JpegStill, FitsThePictureWithSquarePixels) {
     ClipInfo info = format(shape.width, shape.height, "rgb24");
     info.sampleAspectRatio = shape.pixels;
     const ScratchFolder folder;
-    const ClipReader reader = readBack(folder, jpegStill(filled(info, 90, 90, 90), 320, 180));
+    const ClipReader reader = readBack(folder, jpegStill(filled(info, 90, 90, 90), 0, 320, 180));
     EXPECT_EQ(reader.info().width, shape.stillWidth);
     EXPECT_EQ(reader.info().height, shape.stillHeight);
+  }
+}
+
+TEST(JpegStill, TurnsUpright) {
+  struct Turn {
+    int degrees, width, height, x, y;  // and where the red corner goes
+  };
+  constexpr Turn kTurns[] = {
+      {0, 160, 80, 8, 8}, {90, 80, 160, 72, 8}, {180, 160, 80, 152, 72}, {270, 80, 160, 8, 152}};
+  ArgbBuffer argb(160, 80, Depth::eight);
+  for (int y = 0; y < 80; ++y) {
+    for (int x = 0; x < 160; ++x) {
+      argb.set(x, y, 0, 255);
+      argb.set(x, y, 1, x < 16 && y < 16 ? 250 : 0);
+    }
+  }
+  const Picture picture = fromArgb(argb.view(), Picture::blank(format(160, 80, "rgb24")));
+  for (const Turn& turn : kTurns) {
+    SCOPED_TRACE(turn.degrees);
+    const ScratchFolder folder;
+    ClipReader reader = readBack(folder, jpegStill(picture, turn.degrees));
+    ASSERT_EQ(reader.info().width, turn.width);
+    ASSERT_EQ(reader.info().height, turn.height);
+    ArgbBuffer seen(turn.width, turn.height, Depth::eight);
+    toArgb(*reader.next(), seen.view());
+    EXPECT_GT(seen.at(turn.x, turn.y, 1), 200);
+    EXPECT_LT(seen.at(turn.width / 2, turn.height / 2, 1), 30);
   }
 }
 
