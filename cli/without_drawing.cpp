@@ -23,7 +23,7 @@ void requirePlotWritable(const std::string& path, bool /*force*/) {
 }
 
 void writePlot(const std::string& path, const media::ClipInfo& /*clip*/, const Levels& /*levels*/,
-               const std::vector<double>& /*output*/) {
+               std::span<const ShotFindings> /*shots*/, std::span<const FrameResult> /*rendered*/) {
   requirePlotWritable(path, false);
 }
 
