@@ -164,6 +164,12 @@ std::int32_t sequenceSetup(PF_InData& in, PF_OutData& out) {
 std::int32_t exchange(PF_InData& in, PF_OutData& out, bool flat) {
   if (!keepsData()) return 0;
   if (in.sequence_data == nullptr && !is("null-crash")) return 0;
+  // What was saved may come back shorter; then it is begun afresh.
+  if (!is("null-crash") && in.utils->host_get_handle_size(in.sequence_data) < sizeof(Kept)) {
+    if (const std::int32_t error = keep(in, out, 1.0, flat)) return error;
+    in.utils->host_dispose_handle(in.sequence_data);
+    return 0;
+  }
   const Kept* kept = lock(in, in.sequence_data);
   if (kept == nullptr && !is("null-crash")) return PF_Err_OUT_OF_MEMORY;
   double gain = kept->gain;
