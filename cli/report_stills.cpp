@@ -39,11 +39,7 @@ ReportStills::ReportStills(const ReportOptions& options, Workbench& bench, media
     if (frame >= frames.first && frame <= frames.last) comparisons_.try_emplace(frame);
   }
   if (options.frames.empty()) chooseMostCorrected(levels, frames);
-  for (auto& [frame, comparison] : comparisons_) {
-    comparison.frame = frame;
-    comparison.why =
-        fmt::format("its brightness times {:.3f}", levels.gain(static_cast<std::size_t>(frame)));
-  }
+  for (auto& [frame, comparison] : comparisons_) comparison.frame = frame;
 }
 
 void ReportStills::chooseMostCorrected(const Levels& levels, media::FrameRange frames) {
@@ -68,6 +64,10 @@ void ReportStills::take(const RenderedFrame& frame) {
         media::jpegStill(frame.original, rotation_, kThumbnailWidth, kThumbnailHeight);
   }
   if (const auto found = comparisons_.find(frame.frame); found != comparisons_.end()) {
+    found->second.why =
+        frame.untouched || frame.inputLevel <= 0.0
+            ? "left as it was"
+            : fmt::format("its brightness times {:.3f}", frame.outputLevel / frame.inputLevel);
     found->second.jpegBefore = media::jpegStill(frame.original, rotation_);
     found->second.jpegAfter = media::jpegStill(frame.picture, rotation_);
   }
