@@ -15,8 +15,8 @@ struct LevelArea {
 };
 
 /// Mean of 0.3 R + 0.59 G + 0.11 B over the area, on the 0..255 scale at every depth, row by row as
-/// they come. All pixels of every row are read up to about 720 rows and proportionally fewer rows
-/// above.
+/// they come. All pixels of every row are read below 1080 rows; above, those of each third, fifth
+/// ... row, so that 360 to 720 are.
 class LevelMeter {
  public:
   /// The pixels must live as long as this.

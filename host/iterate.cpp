@@ -50,8 +50,12 @@ struct Pass {
   std::int32_t row(std::int32_t y) const {
     auto* out = reinterpret_cast<Pixel*>(rowOf(*destination, y)) + area.left;
     auto* in = source == nullptr ? out : reinterpret_cast<Pixel*>(rowOf(*source, y)) + area.left;
-    for (std::int32_t x = area.left; x < area.right; ++x) {
-      if (const std::int32_t result = function(context, x, y, in++, out++)) return result;
+    // What the function writes may be anywhere, so members would be read anew for every pixel.
+    const Function call = function;
+    void* const itsContext = context;
+    const std::int32_t right = area.right;
+    for (std::int32_t x = area.left; x < right; ++x) {
+      if (const std::int32_t result = call(itsContext, x, y, in++, out++)) return result;
     }
     return 0;
   }

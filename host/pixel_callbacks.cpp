@@ -65,6 +65,33 @@ std::int32_t fill(PF_ProgPtr ref, const Colour& colour, const PF_Rect* area,
   return PF_Err_NONE;
 }
 
+// One row, each of the source's pixels as often or as rarely as the widths ask for.
+void copyStretched(const PF_EffectWorld& source, const PF_Rect& from, std::int32_t fromY,
+                   const PF_EffectWorld& destination, const PF_Rect& to, std::int32_t toY,
+                   std::size_t bytes) {
+  const std::int64_t fromWidth = from.right - from.left;
+  const std::int64_t toWidth = to.right - to.left;
+  const std::int64_t whole = fromWidth / toWidth;
+  const std::int64_t part = fromWidth % toWidth;
+  const std::int32_t left = std::max(to.left, 0);
+  // from.left + (at - to.left) * fromWidth / toWidth, without a division for each pixel.
+  const std::int64_t before = (std::int64_t{left} - to.left) * fromWidth;
+  std::int64_t x = from.left + before / toWidth;
+  std::int64_t rest = before % toWidth;
+  for (std::int32_t at = left; at < std::min(to.right, destination.width); ++at) {
+    if (x >= 0 && x < source.width) {
+      std::memcpy(pixelAt(destination, at, toY, bytes),
+                  pixelAt(source, static_cast<std::int32_t>(x), fromY, bytes), bytes);
+    }
+    x += whole;
+    rest += part;
+    if (rest >= toWidth) {
+      rest -= toWidth;
+      ++x;
+    }
+  }
+}
+
 }  // namespace
 
 std::int32_t fillWorld(PF_ProgPtr ref, const PF_Pixel* colour, const PF_Rect* area,
@@ -111,13 +138,22 @@ std::int32_t copyWorld(PF_ProgPtr ref, PF_EffectWorld* source, PF_EffectWorld* d
   const std::int64_t toHeight = to.bottom - to.top;
   if (fromWidth <= 0 || fromHeight <= 0 || toWidth <= 0 || toHeight <= 0) return PF_Err_NONE;
   const auto bytes = static_cast<std::size_t>(pixelBytes(depthOf(*source)));
+  const bool stretched = fromWidth != toWidth;
+  // Without stretching: the columns that both worlds have.
+  const std::int64_t shift = std::int64_t{from.left} - to.left;
+  const std::int64_t left = std::max<std::int64_t>({to.left, 0, -shift});
+  const std::int64_t right =
+      std::min<std::int64_t>({to.right, destination->width, source->width - shift});
   for (std::int32_t y = std::max(to.top, 0); y < std::min(to.bottom, destination->height); ++y) {
     const auto sy = static_cast<std::int32_t>(from.top + (y - to.top) * fromHeight / toHeight);
     if (sy < 0 || sy >= source->height) continue;
-    for (std::int32_t x = std::max(to.left, 0); x < std::min(to.right, destination->width); ++x) {
-      const auto sx = static_cast<std::int32_t>(from.left + (x - to.left) * fromWidth / toWidth);
-      if (sx < 0 || sx >= source->width) continue;
-      std::memcpy(pixelAt(*destination, x, y, bytes), pixelAt(*source, sx, sy, bytes), bytes);
+    if (stretched) {
+      copyStretched(*source, from, sy, *destination, to, y, bytes);
+    } else if (right > left) {
+      const auto at = static_cast<std::int32_t>(left);
+      std::memmove(pixelAt(*destination, at, y, bytes),
+                   pixelAt(*source, static_cast<std::int32_t>(left + shift), sy, bytes),
+                   static_cast<std::size_t>(right - left) * bytes);
     }
   }
   return PF_Err_NONE;

@@ -35,6 +35,16 @@ FramePixels view(const AVFrame& frame) {
   return pixels;
 }
 
+// Whether writing all components leaves nothing of what a row held before.
+bool everyBitIsSet(const PixelLayout& layout) noexcept {
+  for (std::size_t i = 0; i < layout.components.size(); ++i) {
+    const ComponentLayout& c = layout.components[i];
+    const bool used = i == 3 ? layout.hasAlpha : static_cast<int>(i) < layout.colours;
+    if (used && (c.shared || c.step != c.bytes)) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 FramePixels pixelsOf(const Picture& picture) {
@@ -43,7 +53,9 @@ FramePixels pixelsOf(const Picture& picture) {
 
 Picture pictureLike(const Picture& like, FramePixels& pixels) {
   const AVFrame& model = *like.frame();
-  FrameHandle frame = makeFrameLike(model, static_cast<AVPixelFormat>(model.format));
+  const auto format = static_cast<AVPixelFormat>(model.format);
+  const bool allSet = everyBitIsSet(pixelLayout(format));
+  FrameHandle frame = allSet ? makeUnsetFrameLike(model) : makeFrameLike(model, format);
   pixels = view(*frame);
   return Picture(std::shared_ptr<AVFrame>(frame.release(), AvDeleter()), like.index(),
                  like.isSubstitute());

@@ -32,8 +32,8 @@ struct FramePixels {
 /// layout.
 FramePixels pixelsOf(const Picture& picture);
 
-/// A picture like `like` in everything but the pixels, which are zero and may be filled through
-/// `pixels` as long as nobody else has the picture.
+/// A picture like `like` in everything but the pixels, which must all be filled through `pixels`
+/// before anybody else gets the picture. Bits that belong to no component are 0.
 Picture pictureLike(const Picture& like, FramePixels& pixels);
 
 }  // namespace media

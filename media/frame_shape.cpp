@@ -4,13 +4,21 @@
 #include <cstring>
 
 namespace media {
+namespace {
 
-FrameHandle makeBlankFrame(AVPixelFormat format, int width, int height) {
+FrameHandle makeUnsetFrame(int format, int width, int height) {
   FrameHandle frame = makeFrame();
   frame->format = format;
   frame->width = width;
   frame->height = height;
   if (av_frame_get_buffer(frame.get(), 0) < 0) throw std::bad_alloc();
+  return frame;
+}
+
+}  // namespace
+
+FrameHandle makeBlankFrame(AVPixelFormat format, int width, int height) {
+  FrameHandle frame = makeUnsetFrame(format, width, height);
   for (AVBufferRef* buffer : frame->buf) {
     if (buffer != nullptr) std::memset(buffer->data, 0, buffer->size);
   }
@@ -19,6 +27,12 @@ FrameHandle makeBlankFrame(AVPixelFormat format, int width, int height) {
 
 FrameHandle makeFrameLike(const AVFrame& like, AVPixelFormat format) {
   FrameHandle frame = makeBlankFrame(format, like.width, like.height);
+  if (av_frame_copy_props(frame.get(), &like) < 0) throw std::bad_alloc();
+  return frame;
+}
+
+FrameHandle makeUnsetFrameLike(const AVFrame& like) {
+  FrameHandle frame = makeUnsetFrame(like.format, like.width, like.height);
   if (av_frame_copy_props(frame.get(), &like) < 0) throw std::bad_alloc();
   return frame;
 }

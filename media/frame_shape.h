@@ -13,6 +13,9 @@ FrameHandle makeBlankFrame(AVPixelFormat format, int width, int height);
 /// A frame with memory of its own and everything but the pixels copied from `like`.
 FrameHandle makeFrameLike(const AVFrame& like, AVPixelFormat format);
 
+/// The same in the format of `like`, but nobody knows what the pixels are.
+FrameHandle makeUnsetFrameLike(const AVFrame& like);
+
 /// A new reference to the same pixels, with properties of its own.
 FrameHandle referTo(const AVFrame& frame);
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 #include <random>
 #include <vector>
@@ -78,6 +79,26 @@ TEST(FrameLevel, IsTheMeanOfRandomPicturesAtEveryDepthAndWidth) {
       compare(1.0F, media::Depth::floating, width, favorBrighter);
     }
   }
+}
+
+TEST(FrameLevel, ReadsTheWholeRangeOfBytes) {
+  for (const int width : {3, 1024, 1025, 5000}) {
+    const std::vector<std::uint8_t> white(static_cast<std::size_t>(width) * 4, 255);
+    EXPECT_NEAR(frameLevel(view(white, width, 1, media::Depth::eight), {}), 255.0, 1e-9) << width;
+  }
+}
+
+TEST(FrameLevel, ReadsEveryThirdRowOfTallFramesAndSoBothFields) {
+  constexpr int kHeight = 1080;
+  std::vector<std::uint8_t> pixels(std::size_t{4} * kHeight);
+  for (std::size_t y = 0; y < kHeight; ++y) {
+    // What must not count is white; of what counts, the fields differ.
+    const std::uint8_t level = y % 3 != 0 ? 255 : y % 2 == 0 ? 40 : 60;
+    std::fill_n(pixels.begin() + static_cast<std::ptrdiff_t>(4 * y), 4, level);
+  }
+  EXPECT_NEAR(frameLevel(view(pixels, 1, kHeight, media::Depth::eight), {}), 50.0, 1e-9);
+  EXPECT_NEAR(frameLevel(view(pixels, 1, 720, media::Depth::eight), {}), (255.0 * 2 + 50.0) / 3,
+              1e-9);
 }
 
 TEST(FrameLevel, IsAlwaysANumber) {

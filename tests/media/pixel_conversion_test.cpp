@@ -2,6 +2,7 @@
 #include "media/pixel_conversion.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <cmath>
 #include <cstring>
@@ -9,8 +10,13 @@
 
 #include "media/av_handles.h"
 #include "media/error.h"
+#include "media/format_layout.h"
 #include "media/frame_shape.h"
 #include "tests/media/media_fixture.h"
+
+extern "C" {
+#include <libavutil/pixdesc.h>
+}
 
 namespace media::test {
 namespace {
@@ -362,6 +368,29 @@ TEST(PixelConversion, CarriesTimesIndexAndColourOver) {
   EXPECT_EQ(made.frame()->color_trc, AVCOL_TRC_SMPTE2084);
   EXPECT_EQ(made.frame()->color_primaries, AVCOL_PRI_BT2020);
 }
+
+#ifdef M_PERTURB
+// The allocator is told to fill memory, so that what is not written shows.
+TEST(PixelConversion, LeavesNothingOfOldMemoryInAnyFormat) {
+  std::mt19937 random = seeded();
+  int formats = 0;
+  for (const AVPixFmtDescriptor* d = nullptr; (d = av_pix_fmt_desc_next(d)) != nullptr;) {
+    if (!hasPixelLayout(av_pix_fmt_desc_get_id(d))) continue;
+    const Picture like = randomPicture(format(37, 13, d->name), 0, random);
+    ArgbBuffer argb(37, 13, like.workingDepth());
+    toArgb(like, argb.view());
+    std::vector<std::uint8_t> made[2];
+    for (const int filling : {0x5A, 0xA5}) {
+      mallopt(M_PERTURB, filling);
+      made[filling == 0xA5 ? 1 : 0] = samplesOf(fromArgb(argb.view(), like));
+      mallopt(M_PERTURB, 0);
+    }
+    EXPECT_EQ(made[0], made[1]) << d->name;
+    ++formats;
+  }
+  EXPECT_GT(formats, 50);
+}
+#endif
 
 TEST(PixelConversion, ShowsEveryRowOnce) {
   std::mt19937 random = seeded();

@@ -41,6 +41,13 @@ class YuvKernelsTest : public testing::TestWithParam<const char*> {
     return static_cast<std::uint8_t>(bits >> 8U);
   }
 
+  // So that whatever is written, or is not, shows.
+  static void mark(const AVFrame& frame) {
+    for (AVBufferRef* buffer : frame.buf) {
+      if (buffer != nullptr) std::memset(buffer->data, 0xA5, buffer->size);
+    }
+  }
+
   void compare(int width, int height, bool extremes, bool upsideDown) {
     const FrameHandle frame = randomFrame(width, height, extremes);
     frame->interlaced_frame = height % 8 == 0 ? 1 : 0;
@@ -80,10 +87,12 @@ class YuvKernelsTest : public testing::TestWithParam<const char*> {
     FramePixels widePixels;
     const Picture plainPicture = pictureLike(picture, plainPixels);
     const Picture widePicture = pictureLike(picture, widePixels);
-    plain.fromArgb(view, 0, plain.groups(), plainPixels);
-    wide.fromArgb(view, 0, wide.groups(), widePixels);
     const AVFrame* const plainBack = plainPicture.frame();
     const AVFrame* const wideBack = widePicture.frame();
+    mark(*plainBack);
+    mark(*wideBack);
+    plain.fromArgb(view, 0, plain.groups(), plainPixels);
+    wide.fromArgb(view, 0, wide.groups(), widePixels);
     // All of the memory, so that what lies beyond the rows counts too.
     for (std::size_t i = 0; i < AV_NUM_DATA_POINTERS && plainBack->buf[i] != nullptr; ++i) {
       ASSERT_EQ(plainBack->buf[i]->size, wideBack->buf[i]->size);
