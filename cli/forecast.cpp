@@ -89,12 +89,20 @@ void readCurve(const host::Image& image, Curve& curve) {
   }
 }
 
-double levelOf(const LuminanceHistogram& histogram, const Curve& curve, bool favorBrighter) {
+// What the curve makes of a level in 1/256.
+double valueAt(const Curve& curve, std::uint16_t level) {
+  const std::size_t below = level / 256U;
+  const double share = level % 256U / 256.0;
+  return share > 0.0 ? curve[below] + share * (curve[below + 1] - curve[below]) : curve[below];
+}
+
+double levelOf(const footage::LuminanceQuantiles& light, const Curve& curve, bool favorBrighter) {
   double sum = 0.0;
   double weight = 0.0;
-  for (std::size_t i = 0; i < histogram.size(); ++i) {
-    const double pixels = histogram[i] * (favorBrighter ? curve[i] : 1.0);
-    sum += pixels * curve[i];
+  for (const std::uint16_t level : light) {
+    const double value = valueAt(curve, level);
+    const double pixels = favorBrighter ? value : 1.0;
+    sum += pixels * value;
     weight += pixels;
   }
   return weight > 0.0 ? sum / weight : 0.0;
@@ -105,7 +113,7 @@ double levelOf(const LuminanceHistogram& histogram, const Curve& curve, bool fav
 Forecast forecast(host::Effect& effect, Shot& shot, host::Depth depth, host::RenderPath path,
                   bool favorBrighter) {
   Forecast levels;
-  if (shot.histograms.empty()) return levels;
+  if (shot.light.empty()) return levels;
   GreyLayer layer(shot.layer().info());
   host::Instance probe = host::Instance::open(effect, layer, shot.instance().save());
   host::RenderCopy copy = probe.renderCopy(path);
@@ -114,13 +122,13 @@ Forecast forecast(host::Effect& effect, Shot& shot, host::Depth depth, host::Ren
   const std::vector<double> measured = shot.levels().input;
   host::Image image;
   Curve curve{};
-  for (std::size_t picture = 0; picture < shot.histograms.size(); ++picture) {
-    const LuminanceHistogram& histogram = shot.histograms[picture];
-    levels.input.push_back(levelOf(histogram, unchanged, favorBrighter));
+  for (std::size_t picture = 0; picture < shot.light.size(); ++picture) {
+    const footage::LuminanceQuantiles& light = shot.light[picture];
+    levels.input.push_back(levelOf(light, unchanged, favorBrighter));
     if (measured[picture] > 0.0) {
       copy.render(static_cast<std::int32_t>(picture), depth, image);
       readCurve(image, curve);
-      levels.output.push_back(levelOf(histogram, curve, favorBrighter));
+      levels.output.push_back(levelOf(light, curve, favorBrighter));
     } else {
       levels.output.push_back(levels.input.back());
     }

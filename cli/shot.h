@@ -1,8 +1,6 @@
 // cli/shot.h — a shot on the workbench: its layer, and the effect applied to it.
 #pragma once
 
-#include <array>
-#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -10,14 +8,11 @@
 #include "cli/levels.h"
 #include "cli/shot_findings.h"
 #include "cli/shot_layer.h"
+#include "footage/luminance_quantiles.h"
 #include "host/effect.h"
 #include "host/instance.h"
 
 namespace cli {
-
-/// How many of the pixels looked at have each luminance. Those of the rectangle that the user asks
-/// for; bars are among them.
-using LuminanceHistogram = std::array<std::uint16_t, 256>;
 
 /// Effect and clip outlive the shot.
 class Shot {
@@ -39,8 +34,9 @@ class Shot {
   /// What the effect holds of each picture now.
   Levels levels();
 
-  /// Of each picture; empty when the pictures were not looked at in this run.
-  std::vector<LuminanceHistogram> histograms;
+  /// Of each picture, over the rectangle that the user asks for; bars are among it. Empty when the
+  /// pictures were not looked at in this run.
+  std::vector<footage::LuminanceQuantiles> light;
 
  private:
   ShotFindings found_;

@@ -15,7 +15,7 @@ namespace cli {
 /// smoothing reaches over a cut or counts a held picture more than once.
 class ShotLayer final : public host::FrameSource {
  public:
-  /// Told of each picture that was read, while it is at hand. On the reading thread.
+  /// Told of each picture once, in order, while it is at hand. On the reading thread.
   using Observer = std::function<void(std::int32_t picture, const host::Image& image)>;
 
   /// `clip` outlives the layer.
@@ -26,14 +26,20 @@ class ShotLayer final : public host::FrameSource {
 
   const ShotFrames& frames() const noexcept { return frames_; }
 
-  /// Not while anything reads.
-  void observe(Observer observer) { observer_ = std::move(observer); }
+  /// From now on somebody looks at what is read. Pictures that are passed over are read for the
+  /// observer alone. Not while anything reads.
+  void observe(Observer observer);
+  /// Reads what is left for the observer, and lets go of it.
+  void endObserving();
 
  private:
+  void showUpTo(std::int32_t end);
+
   ClipSource& clip_;
   ShotFrames frames_;
   host::LayerInfo info_;
   Observer observer_;
+  std::int32_t next_ = 0;  // picture that the observer is waiting for
 };
 
 }  // namespace cli

@@ -42,20 +42,12 @@ footage::ArgbRows rowsOf(const host::Image& image, const EffectSettings& setting
 }
 
 // Whether the analysis of the whole clip as one shot is the one that the findings ask for.
-bool asAnalyzed(const std::vector<ShotFindings>& found, const EffectOptions& options) {
-  const ShotFindings& first = found.front();
+bool asAnalyzed(const std::vector<FoundShot>& found, const EffectOptions& options) {
+  const ShotFindings& first = found.front().findings;
   const bool leaves = std::any_of(first.outliers.begin(), first.outliers.end(),
                                   [](const ShotOutlier& outlier) { return outlier.left; });
   return found.size() == 1 && first.frames.duplicates().empty() && !leaves &&
          !(options.subrectAuto && first.matte);
-}
-
-void keepHistograms(const std::vector<footage::FrameMeasure>& measures, Shot& shot) {
-  const ShotFrames& frames = shot.frames();
-  shot.histograms.clear();
-  for (std::int32_t p = 0; p < frames.pictureCount(); ++p) {
-    shot.histograms.push_back(measures[static_cast<std::size_t>(frames.frameOf(p))].histogram);
-  }
 }
 
 }  // namespace
@@ -104,7 +96,7 @@ Workbench::Workbench(const ClipOptions& clip, const WorkOptions& work, Console& 
       host_(work.role, apiVersion(work.role), hostOptions()) {
   host_.setListener(announcer_.get());
   effect_ = std::make_unique<host::Effect>(host_, module_);
-  takeApart({{ShotFrames(0, source_.info().frameCount), {}, {}}});
+  takeAsOneShot();
 }
 
 Workbench::~Workbench() {
@@ -133,11 +125,10 @@ media::ClipInfo Workbench::clipOf(const ShotFrames& frames) const {
   return clip;
 }
 
-void Workbench::takeApart(const std::vector<ShotFindings>& found) {
+void Workbench::takeAsOneShot() {
   shots_.clear();
-  for (const ShotFindings& shot : found) {
-    shots_.push_back(std::make_unique<Shot>(*effect_, source_, shot));
-  }
+  const ShotFindings whole{ShotFrames(0, source_.info().frameCount), {}, {}};
+  shots_.push_back(std::make_unique<Shot>(*effect_, source_, whole));
 }
 
 void Workbench::open(const Project& project) {
@@ -176,34 +167,32 @@ void Workbench::pressAnalyze(const std::vector<Shot*>& shots, const char* phase)
   console_.progress().end();
 }
 
-// Analyses the clip as one shot and measures its frames as they pass by.
-std::vector<footage::FrameMeasure> Workbench::analyzeWhole(const EffectOptions& options) {
-  takeApart({{ShotFrames(0, source_.info().frameCount), {}, {}}});
+// Analyses the clip as one shot and looks for shots in its frames as they pass by.
+std::vector<FoundShot> Workbench::analyzeWhole(const EffectOptions& options,
+                                               const ShotOptions& shots,
+                                               const std::vector<std::int64_t>& cuts) {
+  takeAsOneShot();
   Shot& whole = *shots_.front();
-  std::vector<footage::FrameMeasure> measures(static_cast<std::size_t>(whole.frames().count()));
   apply(options, whole);
   const EffectSettings settings = readSettings(whole.instance());
-  const auto look = [&](std::int32_t frame, const host::Image& image) {
-    measures[static_cast<std::size_t>(frame)] = footage::measureFrame(rowsOf(image, settings));
-  };
-  whole.layer().observe(look);
+  ShotFinder finder(shots, cuts);
+  whole.layer().observe([&](std::int32_t, const host::Image& image) {
+    finder.add(footage::measureFrame(rowsOf(image, settings)));
+  });
   pressAnalyze({&whole}, "Analyzing");
-  whole.layer().observe({});
   // The effect passes over frames that it is not to deflicker.
-  const host::LayerInfo& info = whole.layer().info();
-  host::Image image(info.width, info.height, host::Depth::bits8);
-  for (std::int32_t frame = 0; frame < info.frameCount; ++frame) {
-    if (measures[static_cast<std::size_t>(frame)].width > 0) continue;
-    whole.layer().read(frame, image);
-    look(frame, image);
-  }
+  whole.layer().endObserving();
   source_.endReading();
-  return measures;
+  return finder.finish();
 }
 
-std::vector<footage::FrameMeasure> Workbench::survey(const EffectOptions& options) {
+std::vector<FoundShot> Workbench::survey(const EffectOptions& options, const ShotOptions& shots) {
+  std::vector<std::int64_t> cuts;
+  if (shots.shots == ShotOptions::Shots::listed) {
+    cuts = readShotList(shots.list, source_.info().frameCount);
+  }
   try {
-    return analyzeWhole(options);
+    return analyzeWhole(options, shots, cuts);
   } catch (const ClipBreaksOff& end) {
     const std::int64_t announced = source_.info().frameCount;
     if (end.frames() < 1 || end.frames() >= announced) throw;
@@ -214,33 +203,29 @@ std::vector<footage::FrameMeasure> Workbench::survey(const EffectOptions& option
   }
   source_.endReading();
   checkAgainstClip(options, clipOf({0, source_.info().frameCount}));
-  return analyzeWhole(options);
+  return analyzeWhole(options, shots, cuts);
 }
 
 void Workbench::analyze(const EffectOptions& asked, const ShotOptions& shotOptions) {
   EffectOptions options = asked;
   if (!options.speed) options.speed = kUsualSpeed;
   checkAgainstClip(options, clipOf({0, source_.info().frameCount}));
-  std::vector<std::int64_t> cuts;
-  if (shotOptions.shots == ShotOptions::Shots::listed) {
-    cuts = readShotList(shotOptions.list, source_.info().frameCount);
-  }
-  const std::vector<footage::FrameMeasure> measures = survey(options);
   ShotOptions wanted = shotOptions;
   wanted.keepDuplicates = wanted.keepDuplicates || setsLevelsByFrame(options);
-  const std::vector<ShotFindings> found = findShots(measures, wanted, cuts);
+  std::vector<FoundShot> found = survey(options, wanted);
   if (asAnalyzed(found, options)) {
-    shots_.front()->setFound(found.front());
+    shots_.front()->setFound(found.front().findings);
   } else {
-    takeApart(found);
+    shots_.clear();
     std::vector<Shot*> all;
-    for (const auto& shot : shots_) {
-      apply(options, *shot);
-      all.push_back(shot.get());
+    for (const FoundShot& shot : found) {
+      shots_.push_back(std::make_unique<Shot>(*effect_, source_, shot.findings));
+      apply(options, *shots_.back());
+      all.push_back(shots_.back().get());
     }
     pressAnalyze(all, "Analyzing shots");
   }
-  for (const auto& shot : shots_) keepHistograms(measures, *shot);
+  for (std::size_t i = 0; i < shots_.size(); ++i) shots_[i]->light = std::move(found[i].light);
   warnOfIdleOptions(options, readSettings(shots_.front()->instance()), console_);
   target_ = options.target.value_or(Target{});
   follow(target_, !options.shiftSpread.empty());

@@ -15,7 +15,6 @@
 #include "cli/project_file.h"
 #include "cli/shot.h"
 #include "cli/shot_options.h"
-#include "footage/frame_measure.h"
 #include "host/effect.h"
 #include "host/effect_module.h"
 #include "host/host.h"
@@ -80,11 +79,12 @@ class Workbench {
  private:
   class Announcer;
   media::ClipInfo clipOf(const ShotFrames& frames) const;
-  void takeApart(const std::vector<ShotFindings>& found);
+  void takeAsOneShot();
   void apply(const EffectOptions& options, Shot& shot);
   void pressAnalyze(const std::vector<Shot*>& shots, const char* phase);
-  std::vector<footage::FrameMeasure> survey(const EffectOptions& options);
-  std::vector<footage::FrameMeasure> analyzeWhole(const EffectOptions& options);
+  std::vector<FoundShot> survey(const EffectOptions& options, const ShotOptions& shots);
+  std::vector<FoundShot> analyzeWhole(const EffectOptions& options, const ShotOptions& shots,
+                                      const std::vector<std::int64_t>& cuts);
   void follow(const Target& target, bool spreadGiven);
 
   Console& console_;

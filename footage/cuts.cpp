@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <deque>
 #include <functional>
+#include <iterator>
+#include <utility>
 
 #include "footage/likeness.h"
 #include "footage/line_fit.h"
@@ -13,7 +16,7 @@ namespace {
 
 // Differences of pictures: 0 the same, 1 nothing in common.
 constexpr double kRepeated = 0.002;     // less is the same picture again
-constexpr std::size_t kRepeats = 2;     // left out in a row: more and it is a still picture
+constexpr std::int64_t kRepeats = 2;    // left out in a row: more and it is a still picture
 constexpr double kLeastChange = 0.25;   // of a cut
 constexpr double kTimesTheUsual = 1.8;  // more than pictures change here anyway
 // Of it, the most above the usual just before and after: else it is gradual. Less where a part of
@@ -38,165 +41,203 @@ constexpr int kBridged = 4;
 constexpr int kNeighbours = 6;
 constexpr std::ptrdiff_t kPassedOver = 2;
 
-/// The clip without its repeated frames. Indices below count these pictures.
-class CutFinder {
+}  // namespace
+
+/// The clip without its repeated frames, as much of it as is needed. Numbers below count these
+/// pictures from the start of the clip.
+class CutFinder::Window {
  public:
-  explicit CutFinder(std::span<const FrameMeasure> frames) : frames_(frames) {
-    for (std::size_t i = 0; i < frames.size(); ++i) add(i);
-    for (int i = 1; i < count(); ++i) bridge(i);
+  void add(const FrameMeasure& frame) {
+    const std::int64_t number = frames_++;
+    const Picture picture(frame);
+    double change = 0;
+    if (!shown_.empty()) {
+      change = shown_.back().picture.compare(picture).difference;
+      if (change < kRepeated && number - shown_.back().frame <= kRepeats) return;
+    }
+    shown_.push_back({number, change, frame.meanLuminance, picture});
+    bridgeUpTo(count() - 1 - kBridged);
+    judgeUpTo(count() - 1 - kBridged - kNeighbours);
+    while (first_ < judged_ - kNeighbours) {
+      shown_.pop_front();
+      ++first_;
+    }
   }
 
-  std::vector<std::int64_t> cuts() const {
-    std::vector<std::int64_t> found;
-    for (int i = 1; i < count(); ++i) {
-      if (standsOut(i) && isSharp(i) && isNoFade(i) && staysApart(i) && changesEverywhere(i)) {
-        found.push_back(static_cast<std::int64_t>(shown_[static_cast<std::size_t>(i)]));
-      }
-    }
-    return found;
+  void finish() {
+    bridgeUpTo(count() - 1);
+    judgeUpTo(count() - 1);
   }
+
+  const std::vector<std::int64_t>& cuts() const { return cuts_; }
+  std::int64_t decided() const { return judged_ + 1 < count() ? at(judged_ + 1).frame : frames_; }
 
  private:
-  int count() const { return static_cast<int>(shown_.size()); }
-  double change(int i) const { return changes_[static_cast<std::size_t>(i)]; }
-  Picture picture(int i) const { return Picture(frames_[shown_[static_cast<std::size_t>(i)]]); }
+  struct Shown {
+    std::int64_t frame;  // that shows it first
+    double change;       // from the picture before
+    double light;        // mean luminance
+    Picture picture;
+  };
+  using Measure = double (*)(const Shown&);
 
-  void add(std::size_t frame) {
-    const Picture picture(frames_[frame]);
-    double change = 0;
-    if (!latest_.empty()) {
-      change = latest_.front().compare(picture).difference;
-      if (change < kRepeated && frame - shown_.back() <= kRepeats) return;
+  static double across(const Shown& shown) { return shown.picture.sharpnessAcross(); }
+  static double down(const Shown& shown) { return shown.picture.sharpnessDown(); }
+  static double light(const Shown& shown) { return shown.light; }
+
+  std::int64_t count() const { return first_ + std::ssize(shown_); }
+  const Shown& at(std::int64_t i) const { return shown_[static_cast<std::size_t>(i - first_)]; }
+  Shown& at(std::int64_t i) { return shown_[static_cast<std::size_t>(i - first_)]; }
+  double change(std::int64_t i) const { return at(i).change; }
+  Comparison compare(std::int64_t i, std::int64_t j) const {
+    return at(i).picture.compare(at(j).picture);
+  }
+
+  /// Pictures up to this one, whose changes no later one can alter any more.
+  void bridgeUpTo(std::int64_t last) {
+    while (bridged_ < last) bridge(++bridged_);
+  }
+
+  void judgeUpTo(std::int64_t last) {
+    while (judged_ < last) {
+      const std::int64_t i = ++judged_;
+      if (standsOut(i) && isSharp(i) && isNoFade(i) && staysApart(i) && changesEverywhere(i)) {
+        cuts_.push_back(at(i).frame);
+      }
     }
-    latest_.assign(1, picture);
-    shown_.push_back(frame);
-    changes_.push_back(change);
-    across_.push_back(picture.sharpnessAcross());
-    down_.push_back(picture.sharpnessDown());
-    lights_.push_back(frames_[frame].meanLuminance);
   }
 
   /// Where a picture comes back within a few, what was between was no change.
-  void bridge(int begin) {
+  void bridge(std::int64_t begin) {
     if (change(begin) < kLeastChange) return;
-    for (int end = begin + 1; end <= std::min(begin + kBridged, count() - 1); ++end) {
+    for (std::int64_t end = begin + 1; end <= std::min(begin + kBridged, count() - 1); ++end) {
       const double least = std::min(change(begin), change(end));
       if (least < kLeastChange / 2) continue;
-      const double across = picture(begin - 1).compare(picture(end)).difference;
-      if (across > (isBrighter(begin, end) ? kKeptAcrossLight : kKeptAcross) * least) continue;
-      for (int i = begin; i <= end; ++i) changes_[static_cast<std::size_t>(i)] = across;
+      const double bridged = compare(begin - 1, end).difference;
+      if (bridged > (isBrighter(begin, end) ? kKeptAcrossLight : kKeptAcross) * least) continue;
+      for (std::int64_t i = begin; i <= end; ++i) at(i).change = bridged;
       return;
     }
   }
 
   /// Whether all pictures between are brighter than those on both sides.
-  bool isBrighter(int begin, int end) const {
-    const auto light = [this](int i) { return lights_[static_cast<std::size_t>(i)]; };
-    const double around = std::max(light(begin - 1), light(end));
-    for (int i = begin; i < end; ++i) {
-      if (light(i) < kFlashLight * around) return false;
+  bool isBrighter(std::int64_t begin, std::int64_t end) const {
+    const double around = std::max(at(begin - 1).light, at(end).light);
+    for (std::int64_t i = begin; i < end; ++i) {
+      if (at(i).light < kFlashLight * around) return false;
     }
     return true;
   }
 
-  /// The median change of the pictures from `first` to `last`.
-  double usual(int first, int last) const {
+  /// The changes of the pictures from `first` to `last`.
+  std::vector<double> changes(std::int64_t first, std::int64_t last) const {
     std::vector<double> some;
-    for (int i = std::max(1, first); i <= std::min(last, count() - 1); ++i) {
+    for (std::int64_t i = std::max<std::int64_t>(1, first); i <= std::min(last, count() - 1); ++i) {
       some.push_back(change(i));
     }
-    return median(std::move(some));
+    return some;
   }
 
   /// More change than around it, and of a sudden.
-  bool standsOut(int at) const {
-    const double here = change(at);
+  bool standsOut(std::int64_t i) const {
+    const double here = change(i);
     if (here < kLeastChange) return false;
-    std::vector<double> around;
-    for (int i = std::max(1, at - kNeighbours); i <= std::min(at + kNeighbours, count() - 1); ++i) {
-      if (i != at) around.push_back(change(i));
-    }
-    if (static_cast<std::ptrdiff_t>(around.size()) <= kPassedOver) return true;
-    const double before = change(at - 1) - usual(at - kNeighbours, at - 2);
-    const double after = at + 1 < count() ? change(at + 1) - usual(at + 2, at + kNeighbours) : 0.0;
-    const double kept = picture(at - 1).compare(picture(at)).kept;
-    const double allowed = std::max(kNextToIt * (1 - 2 * kept), kNextToItAtLeast);
+    std::vector<double> around = changes(i - kNeighbours, i - 1);
+    const std::vector<double> later = changes(i + 1, i + kNeighbours);
+    around.insert(around.end(), later.begin(), later.end());
+    if (std::ssize(around) <= kPassedOver) return true;
+    const double before = change(i - 1) - median(changes(i - kNeighbours, i - 2));
+    const double after =
+        i + 1 < count() ? change(i + 1) - median(changes(i + 2, i + kNeighbours)) : 0.0;
+    const double allowed = std::max(kNextToIt * (1 - 2 * compare(i - 1, i).kept), kNextToItAtLeast);
     if (std::max(before, 0.0) + std::max(after, 0.0) > allowed * here) return false;
     const auto most = around.begin() + kPassedOver;
     std::nth_element(around.begin(), most, around.end(), std::greater<>());
     return here > kTimesTheUsual * *most;
   }
 
-  /// The median of what `values` hold two to four pictures further away from the cut.
-  double further(const std::vector<double>& values, int near, int direction) const {
+  /// The median of a measure two to four pictures further away from the cut.
+  double further(Measure measure, std::int64_t near, int direction) const {
     std::vector<double> far;
     for (int i = 2; i <= 4; ++i) {
-      const int place = near + direction * i;
-      if (place >= 0 && place < count()) far.push_back(values[static_cast<std::size_t>(place)]);
+      const std::int64_t place = near + direction * i;
+      if (place >= 0 && place < count()) far.push_back(measure(at(place)));
     }
-    return far.empty() ? values[static_cast<std::size_t>(near)] : median(far);
+    return far.empty() ? measure(at(near)) : median(std::move(far));
   }
 
   /// The pictures at the cut are not smeared more than those further away: else it is a whip pan.
-  bool isSharp(int at) const {
-    const auto share = [this](int near, int direction) {
-      const auto kept = [&](const std::vector<double>& sharpness) {
-        return (sharpness[static_cast<std::size_t>(near)] + kSharpnessFloor) /
+  bool isSharp(std::int64_t i) const {
+    const auto share = [this](std::int64_t near, int direction) {
+      const auto kept = [&](Measure sharpness) {
+        return (sharpness(at(near)) + kSharpnessFloor) /
                (further(sharpness, near, direction) + kSharpnessFloor);
       };
-      const double across = kept(across_);
-      const double down = kept(down_);
+      const double keptAcross = kept(across);
+      const double keptDown = kept(down);
+      const double least = std::min(keptAcross, keptDown);
       // Another part of the place may be less rich, but then in both directions.
-      return std::min(
-          1.0, std::max(std::min(across, down), std::min(across, down) / std::max(across, down)));
+      return std::min(1.0, std::max(least, least / std::max(keptAcross, keptDown)));
     };
-    const double before = share(at - 1, -1);
-    const double after = share(at, 1);
+    const double before = share(i - 1, -1);
+    const double after = share(i, 1);
     return std::min(before, after) > kKeptSharpness && before * after > kKeptByBoth;
   }
 
   /// Neither picture is on its way to or from the other's black.
-  bool isNoFade(int at) const {
-    const double before = lights_[static_cast<std::size_t>(at - 1)];
-    const double after = lights_[static_cast<std::size_t>(at)];
-    return before < after ? after > kFading * further(lights_, at, 1)
-                          : before > kFading * further(lights_, at - 1, -1);
+  bool isNoFade(std::int64_t i) const {
+    const double before = at(i - 1).light;
+    const double after = at(i).light;
+    return before < after ? after > kFading * further(light, i, 1)
+                          : before > kFading * further(light, i - 1, -1);
   }
 
   /// Nothing of what was before comes back right after.
-  bool staysApart(int at) const {
-    std::vector<Picture> pictures;
-    const int first = std::max(0, at - kBridged - 1);
-    for (int i = first; i <= std::min(at + kBridged, count() - 1); ++i) {
-      pictures.push_back(picture(i));
-    }
-    const double least = kKeptAcross * change(at);
-    const auto middle = pictures.begin() + (at - first);
-    for (auto before = pictures.begin(); before != middle; ++before) {
-      for (auto after = middle; after != pictures.end(); ++after) {
-        if (before->compare(*after).difference < least) return false;
+  bool staysApart(std::int64_t i) const {
+    const double least = kKeptAcross * change(i);
+    const std::int64_t last = std::min(i + kBridged, count() - 1);
+    for (std::int64_t before = std::max<std::int64_t>(0, i - kBridged - 1); before < i; ++before) {
+      for (std::int64_t after = i; after <= last; ++after) {
+        if (compare(before, after).difference < least) return false;
       }
     }
     return true;
   }
 
-  bool changesEverywhere(int at) const {
-    return picture(at - 1).compare(picture(at)).kept <= kKeptParts;
-  }
+  bool changesEverywhere(std::int64_t i) const { return compare(i - 1, i).kept <= kKeptParts; }
 
-  std::span<const FrameMeasure> frames_;
-  std::vector<Picture> latest_;     // the one added last
-  std::vector<std::size_t> shown_;  // the frame that first shows each picture
-  std::vector<double> changes_;     // of each from the one before
-  std::vector<double> across_;      // sharpness
-  std::vector<double> down_;
-  std::vector<double> lights_;  // mean luminance
+  std::deque<Shown> shown_;  // from `first_` on: what judging goes back to, and all after
+  std::int64_t first_ = 0;
+  std::int64_t bridged_ = 0;
+  std::int64_t judged_ = 0;
+  std::int64_t frames_ = 0;
+  std::vector<std::int64_t> cuts_;
 };
 
-}  // namespace
+CutFinder::CutFinder() : window_(std::make_unique<Window>()) {}
+CutFinder::~CutFinder() = default;
+
+void CutFinder::add(const FrameMeasure& frame) {
+  window_->add(frame);
+}
+
+void CutFinder::finish() {
+  window_->finish();
+}
+
+const std::vector<std::int64_t>& CutFinder::cuts() const noexcept {
+  return window_->cuts();
+}
+
+std::int64_t CutFinder::decided() const noexcept {
+  return window_->decided();
+}
 
 std::vector<std::int64_t> findCuts(std::span<const FrameMeasure> frames) {
-  return CutFinder(frames).cuts();
+  CutFinder finder;
+  for (const FrameMeasure& frame : frames) finder.add(frame);
+  finder.finish();
+  return finder.cuts();
 }
 
 std::vector<Shot> shotsBetween(std::span<const std::int64_t> cuts, std::int64_t frameCount) {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <functional>
+#include <iterator>
 #include <utility>
 
 namespace footage {
@@ -17,7 +18,7 @@ constexpr double kNoiseMost = 4;
 // Of what pictures change by around here, exposure aside. Where all stand still, whether or not the
 // light flickers, none is taken for another.
 constexpr double kShareOfChange = 0.3;
-constexpr std::size_t kNeighbours = 24;
+constexpr std::int64_t kNeighbours = 24;
 constexpr std::ptrdiff_t kPassedOver = 2;  // larger changes around: flashes
 // A gain that explains more than this of a difference is an exposure, not noise.
 constexpr double kExplainedByGain = 0.5;
@@ -68,20 +69,6 @@ bool sameSize(const FrameMeasure& a, const FrameMeasure& b) {
   return a.width == b.width && a.height == b.height;
 }
 
-/// The third largest change around a frame: in a repeating clip that of pictures that differ.
-double changeAround(const std::vector<double>& changes, std::size_t frame) {
-  const std::size_t first = frame < kNeighbours ? 1 : frame - kNeighbours + 1;
-  const std::size_t last = std::min(frame + kNeighbours, changes.size() - 1);
-  std::vector<double> around;
-  for (std::size_t i = std::max<std::size_t>(first, 1); i <= last; ++i) {
-    if (i != frame) around.push_back(changes[i]);
-  }
-  if (static_cast<std::ptrdiff_t>(around.size()) <= kPassedOver) return 0;
-  const auto at = around.begin() + kPassedOver;
-  std::nth_element(around.begin(), at, around.end(), std::greater<>());
-  return *at;
-}
-
 bool isNoise(const Difference& difference, double changing) {
   return difference.mean <= kNoiseMean && difference.most <= kNoiseMost &&
          difference.rest < kShareOfChange * changing && difference.explained <= kExplainedByGain;
@@ -89,26 +76,68 @@ bool isNoise(const Difference& difference, double changing) {
 
 }  // namespace
 
-std::vector<std::int64_t> findDuplicates(std::span<const FrameMeasure> shot) {
-  std::vector<double> changes(shot.size(), 0.0);
-  for (std::size_t i = 1; i < shot.size(); ++i) {
-    const Difference difference = differenceOf(shot[i - 1], shot[i]);
+void DuplicateFinder::add(const FrameMeasure& frame) {
+  double change = 0;
+  if (added_ > 0) {
+    const Difference difference = differenceOf(pending_.back(), frame);
     // What all but a little of comes from the light tells nothing about movement: colours that are
     // clipped leave a rest, too.
-    if (difference.explained < kAllLight) changes[i] = difference.rest;
+    if (difference.explained < kAllLight) change = difference.rest;
   }
-  std::vector<std::int64_t> originals(shot.size());
-  std::size_t original = 0;
-  for (std::size_t i = 0; i < shot.size(); ++i) {
-    // The original as well as the frame before: else slow movement would creep through.
-    const bool repeats =
-        i > 0 && sameSize(shot[original], shot[i]) &&
-        (shot[original].hash == shot[i].hash ||
-         (isNoise(differenceOf(shot[i - 1], shot[i]), changeAround(changes, i)) &&
-          isNoise(differenceOf(shot[original], shot[i]), changeAround(changes, i))));
-    if (!repeats) original = i;
-    originals[i] = static_cast<std::int64_t>(original);
+  pending_.push_back(frame);
+  changes_.push_back(change);
+  ++added_;
+  if (added_ > decided_ + kNeighbours) decide();
+}
+
+void DuplicateFinder::finish() {
+  while (decided_ < added_) decide();
+}
+
+/// The third largest change around the frame that is next: in a repeating clip that of pictures
+/// that differ.
+double DuplicateFinder::changeAround() const {
+  std::vector<double> around;
+  const std::int64_t last = std::min(decided_ + kNeighbours, added_ - 1);
+  for (std::int64_t i = std::max<std::int64_t>(first_, 1); i <= last; ++i) {
+    if (i != decided_) around.push_back(changes_[static_cast<std::size_t>(i - first_)]);
   }
+  if (std::ssize(around) <= kPassedOver) return 0;
+  const auto at = around.begin() + kPassedOver;
+  std::nth_element(around.begin(), at, around.end(), std::greater<>());
+  return *at;
+}
+
+void DuplicateFinder::decide() {
+  const bool begins = decided_ == 0;
+  const FrameMeasure& frame = pending_[begins ? 0 : 1];
+  // The original as well as the frame before: else slow movement would creep through.
+  const auto repeats = [&] {
+    if (begins || !sameSize(originalFrame_, frame)) return false;
+    if (originalFrame_.hash == frame.hash) return true;
+    const double changing = changeAround();
+    return isNoise(differenceOf(pending_.front(), frame), changing) &&
+           isNoise(differenceOf(originalFrame_, frame), changing);
+  };
+  if (!repeats()) {
+    original_ = decided_;
+    originalFrame_ = frame;
+  }
+  sink_(original_, frame);
+  if (!begins) pending_.pop_front();
+  ++decided_;
+  if (first_ + kNeighbours <= decided_) {
+    changes_.pop_front();
+    ++first_;
+  }
+}
+
+std::vector<std::int64_t> findDuplicates(std::span<const FrameMeasure> shot) {
+  std::vector<std::int64_t> originals;
+  DuplicateFinder finder(
+      [&](std::int64_t original, const FrameMeasure&) { originals.push_back(original); });
+  for (const FrameMeasure& frame : shot) finder.add(frame);
+  finder.finish();
   return originals;
 }
 

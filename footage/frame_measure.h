@@ -25,6 +25,7 @@ struct ArgbRows {
 inline constexpr int kThumbnailWidth = 48;
 inline constexpr int kThumbnailHeight = 27;
 inline constexpr int kThumbnailCells = kThumbnailWidth * kThumbnailHeight;
+using Thumbnail = std::array<std::uint16_t, kThumbnailCells>;  ///< luminance in 1/256, row by row
 /// So do the cells of the coarse picture in colour.
 inline constexpr int kMosaicWidth = 16;
 inline constexpr int kMosaicHeight = 9;
@@ -44,8 +45,8 @@ struct FrameMeasure {
   std::uint64_t hash = 0;     ///< equal for frames equal in every byte; else different, near enough
   double meanLuminance = 0;   ///< 0..255
   std::uint32_t sampled = 0;  ///< pixels in the histogram, at most 65535
-  std::array<std::uint16_t, 256> histogram{};              ///< of luminance; counts
-  std::array<std::uint16_t, kThumbnailCells> thumbnail{};  ///< luminance in 1/256, row by row
+  std::array<std::uint16_t, 256> histogram{};  ///< of luminance; counts
+  Thumbnail thumbnail{};
   std::array<std::array<std::uint8_t, 3>, kMosaicCells> mosaic{};  ///< mean red, green, blue
   Bar top, bottom, left, right;
 };

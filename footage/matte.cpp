@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <vector>
 
@@ -25,17 +27,11 @@ struct Edge {
   double straight = 0;
 };
 
-bool ofSize(const FrameMeasure& frame, const FrameMeasure& other) {
-  return frame.width == other.width && frame.height == other.height;
-}
-
 /// The bar that most frames agree on. Dark pictures make bars wider, never narrower.
-Edge agreedEdge(std::span<const FrameMeasure> shot, Bar FrameMeasure::*side, int lines) {
-  std::vector<int> extents;
-  for (const FrameMeasure& frame : shot) {
-    if (ofSize(frame, shot.front()) && (frame.*side).extent < lines) {
-      extents.push_back((frame.*side).extent);
-    }
+Edge agreedEdge(std::span<const Bar> bars, int lines) {
+  std::vector<std::uint16_t> extents;
+  for (const Bar& bar : bars) {
+    if (bar.extent < lines) extents.push_back(bar.extent);
   }
   if (extents.empty()) return {};
   std::sort(extents.begin(), extents.end());
@@ -45,9 +41,8 @@ Edge agreedEdge(std::span<const FrameMeasure> shot, Bar FrameMeasure::*side, int
   if (narrow < std::max(2.0, kThinnest * lines)) return {};
   Edge edge{narrow, 0};
   std::vector<double> straight;
-  for (const FrameMeasure& frame : shot) {
-    const Bar& bar = frame.*side;
-    if (!ofSize(frame, shot.front()) || bar.extent < narrow || bar.extent > wide) continue;
+  for (const Bar& bar : bars) {
+    if (bar.extent < narrow || bar.extent > wide) continue;
     edge.extent = std::max<int>(edge.extent, bar.extent);
     straight.push_back(bar.edge);
   }
@@ -69,19 +64,32 @@ void judgePair(Edge& one, Edge& other, int lines) {
 
 }  // namespace
 
-std::optional<Rectangle> findMatte(std::span<const FrameMeasure> shot) {
-  if (shot.empty()) return std::nullopt;
-  const int width = shot.front().width;
-  const int height = shot.front().height;
-  Edge top = agreedEdge(shot, &FrameMeasure::top, height);
-  Edge bottom = agreedEdge(shot, &FrameMeasure::bottom, height);
-  Edge left = agreedEdge(shot, &FrameMeasure::left, width);
-  Edge right = agreedEdge(shot, &FrameMeasure::right, width);
-  judgePair(top, bottom, height);
-  judgePair(left, right, width);
-  const Rectangle live{left.extent, top.extent, width - right.extent, height - bottom.extent};
-  if (live == Rectangle{0, 0, width, height}) return std::nullopt;
+void MatteFinder::add(const FrameMeasure& frame) {
+  if (sides_[0].empty()) {
+    width_ = frame.width;
+    height_ = frame.height;
+  }
+  if (frame.width != width_ || frame.height != height_) return;
+  const Bar bars[]{frame.top, frame.bottom, frame.left, frame.right};
+  for (std::size_t side = 0; side < sides_.size(); ++side) sides_[side].push_back(bars[side]);
+}
+
+std::optional<Rectangle> MatteFinder::find() const {
+  Edge top = agreedEdge(sides_[0], height_);
+  Edge bottom = agreedEdge(sides_[1], height_);
+  Edge left = agreedEdge(sides_[2], width_);
+  Edge right = agreedEdge(sides_[3], width_);
+  judgePair(top, bottom, height_);
+  judgePair(left, right, width_);
+  const Rectangle live{left.extent, top.extent, width_ - right.extent, height_ - bottom.extent};
+  if (live == Rectangle{0, 0, width_, height_}) return std::nullopt;
   return live;
+}
+
+std::optional<Rectangle> findMatte(std::span<const FrameMeasure> shot) {
+  MatteFinder finder;
+  for (const FrameMeasure& frame : shot) finder.add(frame);
+  return finder.find();
 }
 
 }  // namespace footage

@@ -2,10 +2,11 @@
 #include "footage/outliers.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
+#include "footage/exposure.h"
 #include "footage/line_fit.h"
 
 namespace footage {
@@ -25,19 +26,19 @@ constexpr double kBlackMean = 8;
 constexpr double kBlackCell = 24;
 constexpr double kTimesBlack = 3;  // the shot is at least that much brighter
 
-// Of the change, what an exposure may leave unexplained.
-constexpr double kUnexplained = 0.35;
-constexpr double kClipped = 250;
-constexpr double kNearWhite = 200;  // some of a cell's pixels may be clipped
-// Parts of the picture, in cells, and how far apart an exposure's gains in them may be: logarithms,
-// and of the whole picture's gain.
-constexpr int kPartWidth = 8;
-constexpr int kPartHeight = 9;
-constexpr double kGainsApart = 0.12;
-constexpr double kGainsApartOfGain = 0.25;
+/// What the frames around one lead to expect of it: logarithms of levels.
+struct Expectation {
+  double level = 0;
+  double deviation = 0;  // the neighbours' usual one
+};
 
-double logLevel(const FrameMeasure& frame) {
-  return std::log(frame.meanLuminance + 1);
+double logLevel(double level) {
+  return std::log(level + 1);
+}
+
+/// The level that a shot has to exceed for a dark frame of it to be a black one.
+double brightEnough(double level) {
+  return kTimesBlack * (level + 1);
 }
 
 bool isDark(const FrameMeasure& frame) {
@@ -45,69 +46,59 @@ bool isDark(const FrameMeasure& frame) {
          *std::max_element(frame.thumbnail.begin(), frame.thumbnail.end()) <= 256 * kBlackCell;
 }
 
-using Picture = std::array<double, kThumbnailCells>;
-
-/// Levels, 1 more than they are so that ratios have a meaning in black.
-Picture pictureOf(const FrameMeasure& frame) {
-  Picture picture;
-  for (std::size_t i = 0; i < picture.size(); ++i) picture[i] = frame.thumbnail[i] / 256.0 + 1;
-  return picture;
-}
-
-/// How far apart the gains from one picture to another are between the parts of the frame, as
-/// logarithms; the farthest part on either side aside, where something may have moved. Cells that
-/// `gain` ought to bring near white, and that are, take no part.
-double gainsApart(const Picture& from, const Picture& to, double gain) {
-  std::vector<double> gains;
-  for (int top = 0; top < kThumbnailHeight; top += kPartHeight) {
-    for (int left = 0; left < kThumbnailWidth; left += kPartWidth) {
-      std::vector<double> inside;
-      for (int y = top; y < top + kPartHeight; ++y) {
-        for (int x = left; x < left + kPartWidth; ++x) {
-          const auto i = static_cast<std::size_t>(y * kThumbnailWidth + x);
-          if (std::max(gain * from[i], to[i]) < kNearWhite)
-            inside.push_back(std::log(to[i] / from[i]));
-        }
-      }
-      if (!inside.empty()) gains.push_back(median(std::move(inside)));
-    }
+/// By frames `around`, its own aside. `isBlack` takes a frame.
+Expectation expectationOf(std::size_t frame, std::span<const double> levels, const auto& isBlack) {
+  std::vector<FrameLevel> points;
+  const std::size_t last = std::min(frame + kNeighbours, levels.size() - 1);
+  for (std::size_t i = frame - std::min(frame, kNeighbours); i <= last; ++i) {
+    if (i != frame && !isBlack(i)) points.push_back({static_cast<double>(i), logLevel(levels[i])});
   }
-  if (gains.size() < 4) return 0;
-  std::sort(gains.begin(), gains.end());
-  return gains[gains.size() - 2] - gains[1];
+  if (points.size() < kFewest) return {logLevel(levels[frame]), 0};
+  const FittedLine line = fitRobustLine(points);
+  std::vector<double> deviations;
+  for (const FrameLevel& point : points) {
+    deviations.push_back(std::abs(point.level - line.at(point.frame)));
+  }
+  return {line.at(static_cast<double>(frame)), kMadToDeviation * median(std::move(deviations))};
 }
 
-enum class Standing { normal, darker, brighter, black };
+enum class Standing : std::uint8_t { normal, darker, brighter, black };
 
-class Shot {
+Standing standingOf(double off, double deviation) {
+  if (std::abs(off) < std::max(kLeast, kDeviations * deviation)) return Standing::normal;
+  return off > 0 ? Standing::brighter : Standing::darker;
+}
+
+}  // namespace
+
+/// Everything about the shot's levels once all of them are known.
+class OutlierFinder::Shot {
  public:
-  explicit Shot(std::span<const FrameMeasure> frames) : frames_(frames) {
-    std::vector<double> levels;
-    for (const FrameMeasure& frame : frames) {
-      if (!isDark(frame)) levels.push_back(frame.meanLuminance);
+  explicit Shot(const OutlierFinder& found) : found_(found) {
+    std::vector<double> lit;
+    for (std::size_t i = 0; i < count(); ++i) {
+      if (!found.isDark(i)) lit.push_back(level(i));
     }
-    const double usual = median(std::move(levels));
-    for (const FrameMeasure& frame : frames) {
-      black_.push_back(isDark(frame) && usual > kTimesBlack * (frame.meanLuminance + 1));
+    const double usual = median(std::move(lit));
+    for (std::size_t i = 0; i < count(); ++i) {
+      black_.push_back(found.isDark(i) && usual > brightEnough(level(i)));
     }
-    for (std::size_t i = 0; i < frames.size(); ++i) compareWithNeighbours(i);
     std::vector<double> deviations;
-    for (std::size_t i = 0; i < frames.size(); ++i) {
+    for (std::size_t i = 0; i < count(); ++i) {
+      expected_.push_back(expectationOf(i, found.levels_, [this](auto j) { return black_[j]; }));
       if (!black_[i]) deviations.push_back(std::abs(off(i)));
     }
-    const double everywhere = kMadToDeviation * median(std::move(deviations));
-    for (std::size_t i = 0; i < frames.size(); ++i) standings_.push_back(judge(i, everywhere));
+    everywhere_ = kMadToDeviation * median(std::move(deviations));
   }
 
   std::vector<Outlier> outliers() const {
     std::vector<Outlier> found;
-    for (std::size_t first = 0; first < frames_.size();) {
+    for (std::size_t first = 0; first < count();) {
+      const Standing here = standing(first);
       std::size_t end = first + 1;
-      while (end < frames_.size() && standings_[end] == standings_[first]) ++end;
-      const Standing standing = standings_[first];
-      if (standing == Standing::black ||
-          (standing != Standing::normal && end - first <= kLongestOutlier)) {
-        found.push_back(outlier(first, end - 1));
+      while (end < count() && standing(end) == here) ++end;
+      if (here == Standing::black || (here != Standing::normal && end - first <= kLongestOutlier)) {
+        found.push_back(outlier(first, end, here));
       }
       first = end;
     }
@@ -115,97 +106,106 @@ class Shot {
   }
 
  private:
-  /// Logarithms of the levels around a frame, its own aside.
-  std::vector<FrameLevel> around(std::size_t frame) const {
-    std::vector<FrameLevel> points;
-    const std::size_t last = std::min(frame + kNeighbours, frames_.size() - 1);
-    for (std::size_t i = frame - std::min(frame, kNeighbours); i <= last; ++i) {
-      if (i != frame && !black_[i]) {
-        points.push_back({static_cast<double>(i), logLevel(frames_[i])});
-      }
-    }
-    return points;
-  }
+  std::size_t count() const { return found_.levels_.size(); }
+  double level(std::size_t frame) const { return found_.levels_[frame]; }
+  double off(std::size_t frame) const { return logLevel(level(frame)) - expected_[frame].level; }
 
-  /// Sets what a frame is expected to be, and how far off that its neighbours are.
-  void compareWithNeighbours(std::size_t frame) {
-    const std::vector<FrameLevel> points = around(frame);
-    if (points.size() < kFewest) {
-      usual_.push_back(logLevel(frames_[frame]));
-      deviations_.push_back(0);
-      return;
-    }
-    const FittedLine line = fitRobustLine(points);
-    std::vector<double> deviations;
-    for (const FrameLevel& point : points) {
-      deviations.push_back(std::abs(point.level - line.at(point.frame)));
-    }
-    usual_.push_back(line.at(static_cast<double>(frame)));
-    deviations_.push_back(kMadToDeviation * median(std::move(deviations)));
-  }
-
-  double off(std::size_t frame) const { return logLevel(frames_[frame]) - usual_[frame]; }
-
-  Standing judge(std::size_t frame, double everywhere) const {
+  Standing standing(std::size_t frame) const {
     if (black_[frame]) return Standing::black;
-    const double usual = std::max(deviations_[frame], kShareOfShot * everywhere);
-    if (std::abs(off(frame)) < std::max(kLeast, kDeviations * usual)) return Standing::normal;
-    return off(frame) > 0 ? Standing::brighter : Standing::darker;
+    return standingOf(off(frame), std::max(expected_[frame].deviation, kShareOfShot * everywhere_));
   }
 
-  Outlier outlier(std::size_t first, std::size_t last) const {
+  Outlier outlier(std::size_t first, std::size_t end, Standing standing) const {
     std::size_t farthest = first;
-    bool exposure = true;
-    for (std::size_t i = first; i <= last; ++i) {
+    for (std::size_t i = first; i < end; ++i) {
       if (std::abs(off(i)) > std::abs(off(farthest))) farthest = i;
-      exposure = exposure && isExposure(i, first, last);
     }
-    const OutlierKind kind = standings_[first] == Standing::black ? OutlierKind::black
-                             : exposure                           ? OutlierKind::exposureJump
-                                                                  : OutlierKind::realLight;
-    return {static_cast<std::int64_t>(first), static_cast<std::int64_t>(last), kind,
-            frames_[farthest].meanLuminance / std::max(std::exp(usual_[farthest]) - 1, 1e-3)};
+    const OutlierKind kind = standing == Standing::black            ? OutlierKind::black
+                             : found_.isExposed(first, end - first) ? OutlierKind::exposureJump
+                                                                    : OutlierKind::realLight;
+    return {static_cast<std::int64_t>(first), static_cast<std::int64_t>(end) - 1, kind,
+            level(farthest) / std::max(std::exp(expected_[farthest].level) - 1, 1e-3)};
   }
 
-  /// Whether a gain makes the frame out of the pictures before and after the outlier, the same gain
-  /// everywhere. What moves between those two is not held against it.
-  bool isExposure(std::size_t frame, std::size_t first, std::size_t last) const {
-    const Picture before = pictureOf(frames_[first > 0 ? first - 1 : last + 1]);
-    const Picture after = pictureOf(frames_[last + 1 < frames_.size() ? last + 1 : first - 1]);
-    const Picture here = pictureOf(frames_[frame]);
-    Picture steady;
-    std::vector<double> gains;
-    for (std::size_t i = 0; i < steady.size(); ++i) {
-      steady[i] = 0.5 * (before[i] + after[i]);
-      if (here[i] < kClipped) gains.push_back(here[i] / steady[i]);
-    }
-    if (gains.empty()) return false;  // white all over: nothing that a gain could bring back
-    const double gain = median(std::move(gains));
-    double rest = 0;
-    double change = 0;
-    double movement = 0;
-    for (std::size_t i = 0; i < steady.size(); ++i) {
-      const double now = std::min(here[i], kClipped);
-      rest += std::pow(now - std::min(gain * steady[i], kClipped), 2);
-      change += std::pow(now - steady[i], 2);
-      movement += std::pow(gain * (before[i] - after[i]), 2);
-    }
-    return rest - movement < kUnexplained * kUnexplained * change &&
-           gainsApart(steady, here, gain) - gainsApart(before, after, 1) <
-               std::max(kGainsApart, kGainsApartOfGain * std::abs(std::log(gain)));
-  }
-
-  std::span<const FrameMeasure> frames_;
+  const OutlierFinder& found_;
   std::vector<bool> black_;
-  std::vector<double> usual_;       // logarithms of the levels expected
-  std::vector<double> deviations_;  // the neighbours'
-  std::vector<Standing> standings_;
+  std::vector<Expectation> expected_;
+  double everywhere_ = 0;  // the usual deviation in the whole shot
 };
 
-}  // namespace
+void OutlierFinder::add(const FrameMeasure& frame) {
+  levels_.push_back(frame.meanLuminance);
+  notes_.push_back(footage::isDark(frame) ? kDark : 0);
+  recent_.push_back(frame.thumbnail);
+  if (levels_.size() > looked_ + kNeighbours) look();
+}
+
+std::vector<Outlier> OutlierFinder::finish() {
+  while (looked_ < levels_.size()) look();
+  return Shot(*this).outliers();
+}
+
+/// Looks at the next frame and the runs of frames that it ends, as long as the pictures are there.
+void OutlierFinder::look() {
+  const std::size_t end = looked_ + 1;
+  const std::uint8_t same = mayStandOut(looked_);
+  notes_[looked_] = static_cast<std::uint8_t>(notes_[looked_] | same);
+  std::uint8_t all = same;
+  for (std::size_t length = 1; length <= std::min<std::size_t>(kLongestOutlier, end); ++length) {
+    const std::size_t first = end - length;
+    all &= notes_[first];
+    if (all == 0) break;
+    if (areExposures(first, end)) {
+      notes_[first] = static_cast<std::uint8_t>(notes_[first] | 1U << (length - 1));
+    }
+  }
+  looked_ = end;
+  if (looked_ > firstRecent_ + kLongestOutlier) {
+    recent_.pop_front();
+    ++firstRecent_;
+  }
+}
+
+/// Whether a frame may turn out brighter or darker than the others, whatever the rest of the shot
+/// is like. That decides which dark frames are black ones: those up to some level.
+std::uint8_t OutlierFinder::mayStandOut(std::size_t frame) const {
+  std::vector<double> limits{-1.0};
+  const std::size_t last = std::min(frame + kNeighbours, levels_.size() - 1);
+  for (std::size_t i = frame - std::min(frame, kNeighbours); i <= last; ++i) {
+    if (isDark(i)) limits.push_back(levels_[i]);
+  }
+  std::sort(limits.begin(), limits.end());
+  limits.erase(std::unique(limits.begin(), limits.end()), limits.end());
+  std::uint8_t may = 0;
+  for (const double limit : limits) {
+    const auto isBlack = [&](std::size_t i) { return isDark(i) && levels_[i] <= limit; };
+    if (isBlack(frame)) break;
+    const Expectation expected = expectationOf(frame, levels_, isBlack);
+    const Standing standing =
+        standingOf(logLevel(levels_[frame]) - expected.level, expected.deviation);
+    if (standing == Standing::brighter) may |= kBrighter;
+    if (standing == Standing::darker) may |= kDarker;
+  }
+  return may;
+}
+
+/// Whether frames first..end - 1 are what is before and after them, exposed otherwise.
+bool OutlierFinder::areExposures(std::size_t first, std::size_t end) const {
+  const auto picture = [this](std::size_t i) -> const Thumbnail& {
+    return recent_[i - firstRecent_];
+  };
+  const Thumbnail& before = picture(first > 0 ? first - 1 : end);
+  const Thumbnail& after = picture(end < levels_.size() ? end : first - 1);
+  for (std::size_t i = first; i < end; ++i) {
+    if (!isExposure(picture(i), before, after)) return false;
+  }
+  return true;
+}
 
 std::vector<Outlier> findOutliers(std::span<const FrameMeasure> shot) {
-  return Shot(shot).outliers();
+  OutlierFinder finder;
+  for (const FrameMeasure& frame : shot) finder.add(frame);
+  return finder.finish();
 }
 
 std::string_view name(OutlierKind kind) noexcept {

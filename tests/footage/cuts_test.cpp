@@ -98,6 +98,31 @@ TEST(Cuts, FromBlackToPicture) {
   EXPECT_THAT(findCuts(frames), ElementsAre(12));
 }
 
+// So a clip's length does not show in what is held of it.
+TEST(Cuts, AreDecidedSoonAfterTheirFrame) {
+  for (const std::size_t recipe : {std::size_t{33}, clipRecipes().size() - 4}) {
+    const SyntheticClip clip = makeClip(clipRecipes()[recipe], 5);
+    CutFinder finder;
+    std::int64_t added = 0;
+    std::int64_t decided = 0;
+    for (const FrameMeasure& frame : clip.frames) {
+      const std::size_t before = finder.cuts().size();
+      finder.add(frame);
+      ++added;
+      EXPECT_GE(added - finder.decided(), 0);
+      EXPECT_LE(added - finder.decided(), CutFinder::kMostUndecided) << clip.name;
+      for (std::size_t i = before; i < finder.cuts().size(); ++i) {
+        EXPECT_GE(finder.cuts()[i], decided) << clip.name;
+        EXPECT_LT(finder.cuts()[i], finder.decided()) << clip.name;
+      }
+      decided = finder.decided();
+    }
+    finder.finish();
+    EXPECT_EQ(finder.decided(), added);
+    EXPECT_GE(finder.cuts().size(), 1U) << clip.name;
+  }
+}
+
 TEST(Cuts, DivideAClipIntoShots) {
   const std::vector<std::int64_t> cuts{0, 3, 10, 12};
   EXPECT_THAT(shotsBetween(cuts, 10), ElementsAre(Shot{0, 3}, Shot{3, 7}));

@@ -105,6 +105,25 @@ TEST_F(DuplicatesTest, AreNotSlowMotion) {
   }
 }
 
+TEST_F(DuplicatesTest, AreToldInOrderAndSoon) {
+  std::int64_t told = 0;
+  double level = 0;
+  DuplicateFinder finder([&](std::int64_t original, const FrameMeasure& measure) {
+    EXPECT_LE(original, told);
+    level = measure.meanLuminance;
+    ++told;
+  });
+  for (int i = 0; i < 60; ++i) {
+    FrameMeasure measure = frame(1 + 0.01 * (i / 2), 1, kCodecNoise);
+    measure.meanLuminance = i;
+    finder.add(measure);
+    EXPECT_LE(i + 1 - told, 24);
+    EXPECT_TRUE(told == 0 || level == static_cast<double>(told - 1));
+  }
+  finder.finish();
+  EXPECT_EQ(told, 60);
+}
+
 TEST(Duplicates, OfNoFramesAreNone) {
   EXPECT_THAT(findDuplicates({}), IsEmpty());
   EXPECT_THAT(findDuplicates(std::vector<FrameMeasure>(3)), ElementsAre(0, 0, 0));

@@ -7,10 +7,10 @@ from program_case import PROGRAM, ProgramCase
 
 SHORT, LONG = 1000, 10_000
 WIDTH, HEIGHT = 64, 48
-# Kept of each frame: what it was measured by to find shots (3.7 kB) until they are found, its
-# histogram (512 bytes), the analysis (208 bytes), its levels and its place in the file, some of it
-# in a few copies. A picture of this size is 4600 bytes in the clip and 12 kB in the effect.
-BYTES_A_FRAME = 6500
+# Kept of each frame: how its light is spread (64 bytes), the analysis (209 bytes, in a few copies while
+# it is saved and rendered), its levels and its place in the file. What shots are found by is kept of some
+# eighty frames only (3.7 kB each). A picture of this size is 4600 bytes in the clip and 12 kB in the effect.
+BYTES_A_FRAME = 2000
 
 
 class SteadyMemory(ProgramCase):
