@@ -139,7 +139,7 @@ cli::Project projectOf(Instance& instance, std::int32_t frames) {
   project.fingerprint.width = project.fingerprint.height = 1;
   project.layerFrames = frames;
   project.fingerprint.frames = frames;
-  project.shots = {{{cli::ShotFrames(0, frames), {}, {}}, instance.save()}};
+  project.shots.push_back({{cli::ShotFrames(0, frames), {}, {}}, instance.save()});
   return project;
 }
 

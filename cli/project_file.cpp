@@ -6,8 +6,8 @@
 #include <bit>
 #include <cstring>
 #include <fstream>
+#include <memory>
 #include <span>
-#include <vector>
 
 #include "cli/crc32.h"
 #include "cli/error.h"
@@ -45,7 +45,12 @@ std::uint32_t ownSum(const Preamble& preamble) {
       fmt::format("The project {} is damaged ({}); analyse the clip again.", path.string(), why));
 }
 
-std::vector<std::byte> readAll(const std::filesystem::path& path) {
+struct FileBytes {
+  std::unique_ptr<std::byte[]> data;
+  std::size_t size = 0;
+};
+
+FileBytes readAll(const std::filesystem::path& path) {
   std::error_code error;
   if (!std::filesystem::exists(path, error)) {
     throw Failure(fmt::format("There is no file {}; check the name.", path.string()));
@@ -58,8 +63,9 @@ std::vector<std::byte> readAll(const std::filesystem::path& path) {
   if (error || !in) {
     throw Failure(fmt::format("{} cannot be read; check its permissions.", path.string()));
   }
-  std::vector<std::byte> bytes(size);
-  in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size));
+  // Not cleared before it is filled: an analysis may be large.
+  FileBytes bytes{std::make_unique_for_overwrite<std::byte[]>(size), size};
+  in.read(reinterpret_cast<char*>(bytes.data.get()), static_cast<std::streamsize>(size));
   if (static_cast<std::uintmax_t>(in.gcount()) != size) {
     throw Failure(fmt::format("{} could not be read to its end.", path.string()));
   }
@@ -70,28 +76,27 @@ std::vector<std::byte> readAll(const std::filesystem::path& path) {
 
 void writeProject(const std::filesystem::path& path, const Project& project, bool force) {
   const std::string header = projectHeader(project);
-  std::vector<std::byte> data;
-  for (const ProjectShot& shot : project.shots) {
-    data.insert(data.end(), shot.effect.sequenceData.begin(), shot.effect.sequenceData.end());
-  }
   Preamble preamble{};
   preamble.magic = kMagic;
   preamble.version = kVersion;
   preamble.headerBytes = static_cast<std::uint32_t>(header.size());
-  preamble.dataBytes = data.size();
+  for (const ProjectShot& shot : project.shots) {
+    preamble.dataBytes += shot.effect.sequenceData.size();
+    preamble.dataSum = crc32(shot.effect.sequenceData, preamble.dataSum);
+  }
   preamble.headerSum = crc32(std::as_bytes(std::span(header)));
-  preamble.dataSum = crc32(data);
   preamble.ownSum = ownSum(preamble);
 
   OutputFile file(path, force);
   file.write(std::as_bytes(std::span(&preamble, 1)));
   file.write(std::as_bytes(std::span(header)));
-  file.write(data);
+  for (const ProjectShot& shot : project.shots) file.write(shot.effect.sequenceData);
   file.commit();
 }
 
 Project readProject(const std::filesystem::path& path) {
-  const std::vector<std::byte> bytes = readAll(path);
+  const FileBytes file = readAll(path);
+  const std::span<const std::byte> bytes(file.data.get(), file.size);
   Preamble preamble{};
   if (bytes.size() >= sizeof(kMagic)) std::memcpy(&preamble, bytes.data(), sizeof(kMagic));
   if (preamble.magic != kMagic) {
@@ -115,7 +120,7 @@ Project readProject(const std::filesystem::path& path) {
     damaged(path, "it ends too early");
   }
   if (preamble.dataBytes != rest - preamble.headerBytes) damaged(path, "it is too long");
-  const std::span body = std::span(bytes).subspan(sizeof(Preamble));
+  const std::span body = bytes.subspan(sizeof(Preamble));
   const auto header = body.first(preamble.headerBytes);
   const auto data = body.subspan(preamble.headerBytes);
   if (crc32(header) != preamble.headerSum) damaged(path, "its settings were changed");

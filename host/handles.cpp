@@ -234,10 +234,11 @@ void abandonHandles(const HostState& owner) noexcept {
 }
 
 std::vector<std::byte> handleContents(void** handle) {
-  const std::uint64_t bytes = handleSize(handle);
-  std::vector<std::byte> contents(static_cast<std::size_t>(bytes));
-  if (const void* data = lockHandle(handle)) {
-    if (bytes > 0) std::memcpy(contents.data(), data, contents.size());
+  const auto bytes = static_cast<std::size_t>(handleSize(handle));
+  std::vector<std::byte> contents;
+  contents.reserve(bytes);
+  if (const auto* data = static_cast<const std::byte*>(lockHandle(handle))) {
+    contents.assign(data, data + bytes);  // not cleared before: images may be large
     unlockHandle(handle);
   }
   return contents;

@@ -100,6 +100,9 @@ class ImageWriter {
  public:
   ImageWriter(const PF_InData& in, std::span<std::byte> image) : in_(in), rest_(image) {}
 
+  // What is left is zero.
+  void finish() noexcept { std::ranges::fill(rest_, std::byte{0}); }
+
   void append(const void* data, std::size_t size) noexcept {
     size = std::min(size, rest_.size());
     std::memcpy(rest_.data(), data, size);
@@ -120,7 +123,6 @@ class ImageWriter {
 };
 
 void writeImage(const PF_InData& in, const SequenceState& state, std::span<std::byte> image) {
-  std::ranges::fill(image, std::byte{0});
   SequenceState header = state;
   header.flattened = 1;
   ImageWriter writer{in, image};
@@ -131,6 +133,7 @@ void writeImage(const PF_InData& in, const SequenceState& state, std::span<std::
   }
   writer.appendArray(records, state.frameStatsBytes);
   writer.appendArray(cache, state.histogramCacheBytes);
+  writer.finish();
 }
 
 }  // namespace

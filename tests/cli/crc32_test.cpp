@@ -33,5 +33,20 @@ TEST(Crc32, InPiecesIsTheSameAsInOne) {
   }
 }
 
+TEST(Crc32, OfAnyLengthAndAlignmentIsTheSameAsByteByByte) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE(testing::Message() << "seed " << seed);
+  std::mt19937 random(seed);
+  std::vector<std::byte> bytes(1100);
+  for (std::byte& b : bytes) b = static_cast<std::byte>(random() & 255U);
+  for (std::size_t length = 0; length < 1000; ++length) {
+    const std::span<const std::byte> some = std::span(bytes).subspan(random() % 100, length);
+    const auto before = static_cast<std::uint32_t>(random());
+    std::uint32_t expected = before;
+    for (const std::byte& b : some) expected = crc32(std::span(&b, 1), expected);
+    EXPECT_EQ(crc32(some, before), expected) << length << " bytes";
+  }
+}
+
 }  // namespace
 }  // namespace cli
