@@ -10,7 +10,7 @@
 namespace varilum::bench {
 namespace {
 
-constexpr std::size_t kFrames = 100000;
+constexpr std::size_t kTargetFrames = 100000;
 
 class FixedParameters : public TargetParameters {
  public:
@@ -39,8 +39,11 @@ enum class Means { plain, favorBrighter };
 
 struct Arrays {
   explicit Arrays(Means means = Means::plain)
-      : luminance(kFrames), spread(kFrames), desired(kFrames), desiredSpread(kFrames) {
-    for (std::size_t i = 0; i < kFrames; ++i) {
+      : luminance(kTargetFrames),
+        spread(kTargetFrames),
+        desired(kTargetFrames),
+        desiredSpread(kTargetFrames) {
+    for (std::size_t i = 0; i < kTargetFrames; ++i) {
       const auto t = static_cast<double>(i);
       luminance[i] = i % 97 == 0 ? -1.0 : 120.0 + 20.0 * std::sin(t * 0.9) + std::sin(t * 0.01);
       if (means == Means::plain) luminance[i] = static_cast<float>(luminance[i]);
@@ -77,7 +80,7 @@ void windowSums(benchmark::State& state) {
   Arrays arrays;
   const auto reach = static_cast<std::size_t>(state.range(0));
   for (auto _ : state) {
-    for (std::size_t i = reach; i + reach < kFrames; ++i) {
+    for (std::size_t i = reach; i + reach < kTargetFrames; ++i) {
       double sum = 0.0;
       double spreadSum = 0.0;
       for (std::size_t j = i - reach; j <= i + reach; ++j) {

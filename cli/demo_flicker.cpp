@@ -10,7 +10,7 @@
 namespace cli {
 namespace {
 
-constexpr std::uint64_t kSeed = 0xF11C;
+constexpr std::uint64_t kFlickerSeed = 0xF11C;
 constexpr int kFlashEvery = 17;
 constexpr int kFirstFlash = 9;
 
@@ -35,7 +35,7 @@ std::vector<double> demoGains() {
     const FlickerPart& part = kFlickerParts[static_cast<std::size_t>(frame / kFramesPerPart)];
     double gain = 1.0;
     if (part.random)
-      gain *= 1.0 + kRandomDeviation * demoNormal(kSeed, static_cast<std::uint64_t>(frame));
+      gain *= 1.0 + kRandomDeviation * demoNormal(kFlickerSeed, static_cast<std::uint64_t>(frame));
     if (part.lamp) gain *= lampGain(frame);
     if (isFlash(frame)) gain *= frame / kFlashEvery % 3 == 2 ? kDarkFlash : kBrightFlash;
     gains.push_back(gain);

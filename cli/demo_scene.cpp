@@ -9,7 +9,7 @@
 namespace cli {
 namespace {
 
-constexpr std::uint64_t kSeed = 0x5EED;
+constexpr std::uint64_t kSceneSeed = 0x5EED;
 constexpr float kHorizon = 0.58F;  // share of the height
 constexpr float kAspect = 16.0F / 9.0F;
 constexpr std::size_t kGrainCells = 1U << 20U;
@@ -81,11 +81,11 @@ DemoScene::DemoScene(int width, int height, int frames)
     : width_(width),
       height_(height),
       frames_(frames),
-      clouds_(kSeed + 100, 4, 5, 0.5),
-      soil_(kSeed + 200, 16, 5, 0.85),
+      clouds_(kSceneSeed + 100, 4, 5, 0.5),
+      soil_(kSceneSeed + 200, 16, 5, 0.85),
       grain_(kGrainCells) {
   for (std::size_t i = 0; i < kGrainCells; ++i) {
-    grain_[i] = static_cast<float>(kGrainDeviation * demoNormal(kSeed + 300, i));
+    grain_[i] = static_cast<float>(kGrainDeviation * demoNormal(kSceneSeed + 300, i));
   }
 }
 
@@ -152,8 +152,8 @@ void DemoScene::draw(int frame, int first, int last, std::span<SceneColour> rows
   }
   for (int y = first; y < last; ++y) {
     const float down = (static_cast<float>(y) + 0.5F) * unit;
-    const std::uint64_t grainStart =
-        demoHash(kSeed + 400, static_cast<std::uint64_t>(frame), static_cast<std::uint64_t>(y));
+    const std::uint64_t grainStart = demoHash(kSceneSeed + 400, static_cast<std::uint64_t>(frame),
+                                              static_cast<std::uint64_t>(y));
     const auto row = rows.subspan(static_cast<std::size_t>(y - first) * width, width);
     for (std::size_t column = 0; column < width; ++column) {
       const float x = across(column);

@@ -6,18 +6,10 @@
 #include <system_error>
 
 #include "cli/error.h"
+#include "media/folder_of.h"
 #include "media/system_file.h"
 
 namespace cli {
-namespace {
-
-std::filesystem::path folderOf(const std::filesystem::path& path) {
-  const auto folder = path.parent_path();
-  return folder.empty() ? std::filesystem::path(".") : folder;
-}
-
-}  // namespace
-
 void requireWritable(const std::filesystem::path& path, bool force) {
   std::error_code ignored;
   const auto status = std::filesystem::status(path, ignored);
@@ -30,7 +22,7 @@ void requireWritable(const std::filesystem::path& path, bool force) {
                     "replace it.",
                     path.string()));
   }
-  const auto folder = folderOf(path);
+  const auto folder = media::folderOf(path);
   if (!std::filesystem::is_directory(folder, ignored)) {
     throw Failure(fmt::format("There is no folder {}; make it, or write {} elsewhere.",
                               folder.string(), path.filename().string()));

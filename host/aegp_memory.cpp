@@ -20,14 +20,14 @@ struct Block {
   std::uint32_t locks = 0;
 };
 
-struct Table {
+struct MemoryTable {
   std::mutex mutex;
   std::map<std::uintptr_t, Block> blocks;
   std::uintptr_t last = 0xAE000000;
 };
 
-Table& table() {
-  static Table* const instance = new Table;
+MemoryTable& memoryTable() {
+  static MemoryTable* const instance = new MemoryTable;
   return *instance;
 }
 
@@ -39,7 +39,7 @@ std::uintptr_t numberOf(AEGP_MemHandle handle) noexcept {
 template <typename What>
 std::int32_t withBlock(AEGP_MemHandle handle, What what) noexcept {
   {
-    Table& all = table();
+    MemoryTable& all = memoryTable();
     const std::lock_guard guard(all.mutex);
     const auto found = all.blocks.find(numberOf(handle));
     if (found != all.blocks.end()) {
@@ -65,7 +65,7 @@ std::int32_t createAegpMemory(HostState& owner, std::uint32_t bytes, bool clear,
     if (!clear && owner.options.stress.poisonMemory && bytes > 0) {
       std::memset(block.data.data(), 0xCD, bytes);
     }
-    Table& all = table();
+    MemoryTable& all = memoryTable();
     const std::lock_guard guard(all.mutex);
     const std::uintptr_t number = all.last += 16;
     all.blocks.emplace(number, std::move(block));
@@ -90,7 +90,7 @@ std::int32_t createAegpText(HostState& owner, std::string_view text,
 std::int32_t freeAegpMemory(AEGP_MemHandle handle) noexcept {
   std::int32_t result = withBlock(handle, [](Block&) { return 0; });
   if (result != 0) return result;
-  Table& all = table();
+  MemoryTable& all = memoryTable();
   const std::lock_guard guard(all.mutex);
   all.blocks.erase(numberOf(handle));
   return 0;
@@ -129,14 +129,14 @@ std::int32_t resizeAegpMemory(AEGP_MemHandle handle, std::uint32_t bytes) noexce
 
 std::int64_t countAegpMemory(const HostState& owner) {
   std::int64_t count = 0;
-  Table& all = table();
+  MemoryTable& all = memoryTable();
   const std::lock_guard guard(all.mutex);
   for (const auto& [number, block] : all.blocks) count += block.owner == &owner ? 1 : 0;
   return count;
 }
 
 void abandonAegpMemory(const HostState& owner) noexcept {
-  Table& all = table();
+  MemoryTable& all = memoryTable();
   const std::lock_guard guard(all.mutex);
   std::erase_if(all.blocks, [&](const auto& entry) { return entry.second.owner == &owner; });
 }

@@ -16,13 +16,13 @@ struct Kept {
   DrawingObject object;
 };
 
-struct Table {
+struct ObjectTable {
   std::mutex mutex;
   std::map<DrawingName, Kept> objects;
 };
 
-Table& table() {
-  static Table* const instance = new Table;
+ObjectTable& objectTable() {
+  static ObjectTable* const instance = new ObjectTable;
   return *instance;
 }
 
@@ -35,7 +35,7 @@ DrawingName newDrawingName() noexcept {
 
 DrawingName keepDrawingObject(HostState& owner, DrawingObject object) {
   const DrawingName name = newDrawingName();
-  Table& all = table();
+  ObjectTable& all = objectTable();
   const std::lock_guard guard(all.mutex);
   all.objects.emplace(name, Kept{&owner, std::move(object)});
   owner.accounts.drawingObjects.fetch_add(1);
@@ -43,7 +43,7 @@ DrawingName keepDrawingObject(HostState& owner, DrawingObject object) {
 }
 
 DrawingObject* findDrawingObject(DrawingName name, DrawingObjectKind kind) noexcept {
-  Table& all = table();
+  ObjectTable& all = objectTable();
   const std::lock_guard guard(all.mutex);
   const auto found = all.objects.find(name);
   if (found == all.objects.end() || found->second.object.kind != kind) return nullptr;
@@ -51,7 +51,7 @@ DrawingObject* findDrawingObject(DrawingName name, DrawingObjectKind kind) noexc
 }
 
 bool retainDrawingObject(DrawingName name) noexcept {
-  Table& all = table();
+  ObjectTable& all = objectTable();
   const std::lock_guard guard(all.mutex);
   const auto found = all.objects.find(name);
   if (found == all.objects.end()) return false;
@@ -60,7 +60,7 @@ bool retainDrawingObject(DrawingName name) noexcept {
 }
 
 bool releaseDrawingObject(DrawingName name) noexcept {
-  Table& all = table();
+  ObjectTable& all = objectTable();
   const std::lock_guard guard(all.mutex);
   const auto found = all.objects.find(name);
   if (found == all.objects.end()) return false;
@@ -71,7 +71,7 @@ bool releaseDrawingObject(DrawingName name) noexcept {
 }
 
 void abandonDrawingObjects(const HostState& owner) noexcept {
-  Table& all = table();
+  ObjectTable& all = objectTable();
   const std::lock_guard guard(all.mutex);
   std::erase_if(all.objects, [&](const auto& entry) { return entry.second.owner == &owner; });
 }

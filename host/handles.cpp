@@ -13,7 +13,7 @@
 namespace host {
 namespace {
 
-constexpr std::align_val_t kAlignment{16};
+constexpr std::align_val_t kHandleAlignment{16};
 constexpr int kFresh = 0xCD;
 constexpr int kGone = 0xDD;
 
@@ -27,26 +27,27 @@ struct Block {
   std::uint64_t serial = 0;
 };
 
-struct Table {
+struct HandleTable {
   std::mutex mutex;
   std::unordered_map<void**, Block*> blocks;
   std::uint64_t serials = 0;
 };
 
 // Never destroyed: effects may dispose of handles while the process ends.
-Table& table() {
-  static Table* const instance = new Table;
+HandleTable& handleTable() {
+  static HandleTable* const instance = new HandleTable;
   return *instance;
 }
 
 void* allocate(std::uint64_t bytes) noexcept {
   if (bytes > static_cast<std::uint64_t>(PTRDIFF_MAX)) return nullptr;
-  return ::operator new(static_cast<std::size_t>(bytes == 0 ? 1 : bytes), kAlignment, std::nothrow);
+  return ::operator new(static_cast<std::size_t>(bytes == 0 ? 1 : bytes), kHandleAlignment,
+                        std::nothrow);
 }
 
 void release(Block& block) noexcept {
   if (block.owner->options.stress.poisonMemory) std::memset(block.data, kGone, block.bytes);
-  ::operator delete(block.data, kAlignment);
+  ::operator delete(block.data, kHandleAlignment);
 }
 
 bool moveTo(Block& block, std::uint64_t bytes) noexcept {
@@ -71,7 +72,7 @@ void settle(Block& block) noexcept {
   if (fresh == nullptr) return;
   std::memcpy(fresh, old, block.bytes);
   std::memset(old, kGone, block.bytes);
-  ::operator delete(old, kAlignment);
+  ::operator delete(old, kHandleAlignment);
   block.data = fresh;
 }
 
@@ -89,7 +90,7 @@ template <typename Result, typename What>
 Result withBlock(const char* caller, void** handle, Result fallback, What what) noexcept {
   if (handle == nullptr) return fallback;
   {
-    Table& all = table();
+    HandleTable& all = handleTable();
     const std::lock_guard guard(all.mutex);
     const auto found = all.blocks.find(handle);
     if (found != all.blocks.end()) return what(*found->second);
@@ -112,12 +113,12 @@ void** createHandle(HostState& owner, std::uint64_t bytes) noexcept {
   }
   if (owner.options.stress.poisonMemory) std::memset(block->data, kFresh, bytes);
   try {
-    Table& all = table();
+    HandleTable& all = handleTable();
     const std::lock_guard guard(all.mutex);
     block->serial = ++all.serials;
     all.blocks.emplace(&block->data, block);
   } catch (const std::bad_alloc&) {
-    ::operator delete(block->data, kAlignment);
+    ::operator delete(block->data, kHandleAlignment);
     delete block;
     return nullptr;
   }
@@ -154,7 +155,7 @@ void disposeHandle(void** handle) noexcept {
   if (handle == nullptr) return;
   Block* block = nullptr;
   {
-    Table& all = table();
+    HandleTable& all = handleTable();
     const std::lock_guard guard(all.mutex);
     const auto found = all.blocks.find(handle);
     if (found != all.blocks.end()) {
@@ -180,7 +181,7 @@ bool isLiveHandle(void** handle) noexcept {
 }
 
 HostState* handleOwner(void** handle) noexcept {
-  Table& all = table();
+  HandleTable& all = handleTable();
   const std::lock_guard guard(all.mutex);
   const auto found = all.blocks.find(handle);
   return found == all.blocks.end() ? nullptr : found->second->owner;
@@ -200,7 +201,7 @@ void adjustLocks(void** handle, std::int32_t by) noexcept {
 }
 
 std::uint64_t handleSerial(void** handle) noexcept {
-  Table& all = table();
+  HandleTable& all = handleTable();
   const std::lock_guard guard(all.mutex);
   const auto found = all.blocks.find(handle);
   return found == all.blocks.end() ? 0 : found->second->serial;
@@ -212,7 +213,7 @@ void markKept(void** handle) noexcept {
 
 HandleCount countHandles(const HostState& owner) {
   HandleCount count;
-  Table& all = table();
+  HandleTable& all = handleTable();
   const std::lock_guard guard(all.mutex);
   for (const auto& [handle, block] : all.blocks) {
     if (block->owner != &owner || block->kept) continue;
@@ -223,7 +224,7 @@ HandleCount countHandles(const HostState& owner) {
 }
 
 void abandonHandles(const HostState& owner) noexcept {
-  Table& all = table();
+  HandleTable& all = handleTable();
   const std::lock_guard guard(all.mutex);
   std::erase_if(all.blocks, [&](const auto& entry) {
     if (entry.second->owner != &owner) return false;

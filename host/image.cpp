@@ -7,11 +7,11 @@
 
 namespace host {
 namespace {
-constexpr std::align_val_t kAlignment{64};
+constexpr std::align_val_t kPixelAlignment{64};
 }
 
 void Image::Free::operator()(std::byte* p) const noexcept {
-  ::operator delete[](p, kAlignment);
+  ::operator delete[](p, kPixelAlignment);
 }
 
 Image::Image(std::int32_t width, std::int32_t height, Depth depth, std::int32_t rowPadding)
@@ -21,7 +21,7 @@ Image::Image(std::int32_t width, std::int32_t height, Depth depth, std::int32_t 
       depth_(depth) {
   if (width < 0 || height < 0 || rowPadding < 0) throw std::bad_alloc();
   const auto bytes = static_cast<std::size_t>(rowBytes_) * static_cast<std::size_t>(height);
-  data_.reset(static_cast<std::byte*>(::operator new[](bytes == 0 ? 1 : bytes, kAlignment)));
+  data_.reset(static_cast<std::byte*>(::operator new[](bytes == 0 ? 1 : bytes, kPixelAlignment)));
 }
 
 PF_EffectWorld Image::world(bool writable) noexcept {

@@ -156,7 +156,7 @@ std::int32_t progressMade(PF_ProgPtr ref, std::int32_t, std::int32_t) {
   return command->cancelled.load() ? PF_Interrupt_CANCEL : PF_Err_NONE;
 }
 
-PF_InteractCallbacks makeTable() {
+PF_InteractCallbacks makeInteractTable() {
   PF_InteractCallbacks table{};
   table.checkout_param = checkoutParam;
   table.checkin_param = checkinParam;
@@ -173,7 +173,7 @@ PF_InteractCallbacks makeTable() {
 }  // namespace
 
 const PF_InteractCallbacks& interactCallbacks() {
-  static const PF_InteractCallbacks table = makeTable();
+  static const PF_InteractCallbacks table = makeInteractTable();
   return table;
 }
 

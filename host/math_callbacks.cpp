@@ -22,7 +22,7 @@ char* copyText(char* to, const char* from) {
   return std::strcpy(to, from);
 }
 
-PF_ANSICallbacks makeTable() {
+PF_ANSICallbacks makeMathTable() {
   PF_ANSICallbacks table{};
   table.atan = [](double x) { return std::atan(x); };
   table.atan2 = [](double y, double x) { return std::atan2(y, x); };
@@ -49,7 +49,7 @@ PF_ANSICallbacks makeTable() {
 }  // namespace
 
 const PF_ANSICallbacks& mathCallbacks() {
-  static const PF_ANSICallbacks table = makeTable();
+  static const PF_ANSICallbacks table = makeMathTable();
   return table;
 }
 

@@ -73,7 +73,7 @@ void leaveColoursUnused(PF_ColorCallbacks& table) {
   HOST_UNUSED(table, Saturation);
 }
 
-PF_UtilCallbacks makeTable() {
+PF_UtilCallbacks makeUtilityTable() {
   PF_UtilCallbacks table{};
   leaveSamplingUnused(table);
   leaveCompositingUnused(table);
@@ -105,7 +105,7 @@ PF_UtilCallbacks makeTable() {
 }  // namespace
 
 PF_UtilCallbacks* utilCallbacks() {
-  static PF_UtilCallbacks table = makeTable();
+  static PF_UtilCallbacks table = makeUtilityTable();
   return &table;
 }
 

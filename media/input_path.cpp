@@ -10,6 +10,7 @@
 #include <set>
 
 #include "media/error.h"
+#include "media/folder_of.h"
 
 namespace media {
 namespace {
@@ -32,10 +33,6 @@ std::string doubledPercent(const std::string& text) {
   std::string result;
   for (const char c : text) result.append(c == '%' ? 2 : 1, c);
   return result;
-}
-
-fs::path folderOf(const fs::path& path) {
-  return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
 std::set<int> numbersThere(const fs::path& folder, const NumberPattern& pattern) {

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "media/error.h"
+#include "media/folder_of.h"
 #include "media/remains.h"
 #include "media/system_file.h"
 
@@ -12,10 +13,6 @@ namespace media {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path folderOf(const fs::path& path) {
-  return path.has_parent_path() ? path.parent_path() : fs::path(".");
-}
 
 // A link is written through, not replaced.
 fs::path throughLinks(const fs::path& path) {

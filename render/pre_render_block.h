@@ -8,6 +8,9 @@
 
 namespace varilum {
 
+// The input layer as checked out for the frame; SMART_RENDER asks for its pixels by this number.
+constexpr std::int32_t kInputCheckout = 0;
+
 // In a host handle that the host disposes; never saved. One for each pre-render.
 struct PreRenderBlock {
   std::uint8_t ready;  // 1 when all of it was filled in

@@ -22,8 +22,6 @@
 namespace varilum {
 namespace {
 
-constexpr std::int32_t kCheckoutId = 0;
-
 // A new block, zeroed and locked; the host's once handed over.
 class NewBlock {
  public:
@@ -155,8 +153,8 @@ std::int32_t checkOutLayer(const PF_InData& in, const PF_PreRenderExtra& extra) 
   request.preserve_rgb_of_zero_alpha = 1;
   PF_CheckoutResult layer{};
   const std::int32_t error =
-      extra.cb->checkout_layer(in.effect_ref, PARAM_INPUT, kCheckoutId, &request, in.current_time,
-                               in.time_step, in.time_scale, &layer);
+      extra.cb->checkout_layer(in.effect_ref, PARAM_INPUT, kInputCheckout, &request,
+                               in.current_time, in.time_step, in.time_scale, &layer);
   if (error != 0) return error;
   uniteWith(extra.output->result_rect, layer.result_rect);
   uniteWith(extra.output->max_result_rect, layer.max_result_rect);

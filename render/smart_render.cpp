@@ -14,8 +14,6 @@
 namespace varilum {
 namespace {
 
-constexpr std::int32_t kCheckoutId = 0;
-
 // The host's block, locked; null data when there is none.
 class BlockLock {
  public:
@@ -98,7 +96,7 @@ std::int32_t smartRender(PF_InData& in, PF_SmartRenderExtra& extra) {
   if (extra.input->pre_render_data == nullptr) return 0;
   const BlockLock block{in, extra.input->pre_render_data};
   if (!block) return 0;
-  SmartLayers layers{in, *extra.cb, kCheckoutId};
+  SmartLayers layers{in, *extra.cb, kInputCheckout};
   if (layers.error() != 0) return layers.error();
   const std::int32_t error = renderLayers(in, *block, layers.input(), layers.output());
   const std::int32_t later = layers.checkIn();

@@ -6,7 +6,7 @@
 namespace varilum {
 namespace {
 
-void pair(const std::byte* pixels, int count, WalkPairs& pairs) {
+void pairPlain(const std::byte* pixels, int count, WalkPairs& pairs) {
   for (int i = 0; i < count; ++i) {
     const LevelWord word = Read8::levels(pixels + std::size_t{Read8::kBytes} * unsigned(i));
     const auto red = static_cast<std::uint8_t>(word >> 8);
@@ -28,6 +28,6 @@ void read(const std::byte* pixels, int count, LevelWord* words) {
 
 }  // namespace
 
-const WalkKernels kPlainWalk = {"plain", pair, read<Read16>, read<ReadFloat>};
+const WalkKernels kPlainWalk = {"plain", pairPlain, read<Read16>, read<ReadFloat>};
 
 }  // namespace varilum

@@ -11,7 +11,7 @@
 namespace varilum {
 namespace {
 
-constexpr double kTopLevel = 255.0;
+constexpr double kTopHandleLevel = 255.0;
 constexpr double kNudge = 0.001;  // makes the host take the keyframe for a new one
 
 constexpr std::int32_t kHandled = PF_EO_HANDLED_EVENT | PF_EO_UPDATE_NOW;
@@ -41,8 +41,8 @@ bool dragHandle(const PF_InData& in, PF_ParamDef** params, PF_EventExtra& event,
   if (span <= 0) return true;
   // The host keeps the offset, so it may hold anything: the difference is taken in double.
   const double x = static_cast<double>(drag.screen_point.h) - static_cast<double>(grabOffset(drag));
-  const double level = (x - state.plotRect.left) / static_cast<double>(span) * kTopLevel;
-  const double whole = std::clamp(std::round(level), 0.0, kTopLevel);
+  const double level = (x - state.plotRect.left) / static_cast<double>(span) * kTopHandleLevel;
+  const double whole = std::clamp(std::round(level), 0.0, kTopHandleLevel);
   if (setLuminance(in, params, whole)) {
     state.recomputeDesired = 1;
     state.currentDesired = whole;
@@ -64,8 +64,8 @@ void beginDrag(const PF_InData& in, PF_ParamDef** params, PF_EventExtra& event,
                SequenceState& state, std::int64_t x) noexcept {
   PF_DoClickEventInfo& click = event.u.do_click;
   const std::int64_t level = truncateToInt(std::round(state.currentDesired));
-  grabOffset(click) =
-      (x - state.plotRect.left) - plotSpan(state) * level / static_cast<std::int64_t>(kTopLevel);
+  grabOffset(click) = (x - state.plotRect.left) -
+                      plotSpan(state) * level / static_cast<std::int64_t>(kTopHandleLevel);
   interaction(click) = kClickDragHandle;
   dragHandle(in, params, event, state);
   click.send_drag = 1;

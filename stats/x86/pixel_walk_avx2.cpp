@@ -26,7 +26,7 @@ __m256i factors(int low, int high) {
   return _mm256_set1_epi32(high << 16 | low);
 }
 
-void pair(const std::byte* pixels, int count, WalkPairs& pairs) {
+void pairAvx2(const std::byte* pixels, int count, WalkPairs& pairs) {
   for (int i = 0; i < count; i += kWalkBlock, pixels += 4 * kWalkBlock) {
     const __m256i first = load(pixels, pixels + 32);
     const __m256i second = load(pixels + 16, pixels + 48);
@@ -84,6 +84,6 @@ void readFloat(const std::byte* pixels, int count, LevelWord* words) {
 
 }  // namespace
 
-const WalkKernels kAvx2Walk = {"avx2", pair, read16, readFloat};
+const WalkKernels kAvx2Walk = {"avx2", pairAvx2, read16, readFloat};
 
 }  // namespace varilum

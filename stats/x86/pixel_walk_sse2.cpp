@@ -47,7 +47,7 @@ __m128i pairEight(const std::byte* pixels, WalkPairs& pairs, int at) {
   return _mm_cmpeq_epi16(_mm_mullo_epi16(levels, _mm_set1_epi16(100)), sums);
 }
 
-void pair(const std::byte* pixels, int count, WalkPairs& pairs) {
+void pairSse2(const std::byte* pixels, int count, WalkPairs& pairs) {
   for (int i = 0; i < count; i += kWalkBlock, pixels += 4 * kWalkBlock) {
     const __m128i low = pairEight(pixels, pairs, i);
     const __m128i high = pairEight(pixels + 32, pairs, i + 8);
@@ -85,6 +85,6 @@ void readFloat(const std::byte* pixels, int count, LevelWord* words) {
 
 }  // namespace
 
-const WalkKernels kSse2Walk = {"sse2", pair, read16, readFloat};
+const WalkKernels kSse2Walk = {"sse2", pairSse2, read16, readFloat};
 
 }  // namespace varilum

@@ -12,13 +12,13 @@
 namespace footage::test {
 namespace {
 
-constexpr int kWidth = 320;
-constexpr int kHeight = 180;
+constexpr int kMatteWidth = 320;
+constexpr int kMatteHeight = 180;
 // Nowhere dark: a bar beside a dark picture cannot be told.
 constexpr PlaceStyle kLit{.contrast = 0.4, .saturation = 0.2};
 
 struct Bars {
-  Rectangle live{0, 0, kWidth, kHeight};
+  Rectangle live{0, 0, kMatteWidth, kMatteHeight};
   double level = 0;
   double noise = 0;
   double flicker = 0;  ///< of picture and bars
@@ -30,7 +30,7 @@ class MatteTest : public testing::Test {
     const Place place(random_.seed(), style);
     std::vector<FrameMeasure> measures;
     for (int i = 0; i < frames; ++i) {
-      Frame picture(kWidth, kHeight);
+      Frame picture(kMatteWidth, kMatteHeight);
       drawPlace(place, {.x = 1 + 0.004 * i, .y = 1.3}, picture);
       measures.push_back(develop(picture, bars));
     }
@@ -40,9 +40,9 @@ class MatteTest : public testing::Test {
   FrameMeasure develop(const Frame& picture, const Bars& bars) {
     const double gain = 1 + bars.flicker * random_.between(-1, 1);
     std::vector<std::uint8_t> bytes(4 * picture.pixels.size());
-    for (int y = 0; y < kHeight; ++y) {
-      for (int x = 0; x < kWidth; ++x) {
-        const auto at = static_cast<std::size_t>(y * kWidth + x);
+    for (int y = 0; y < kMatteHeight; ++y) {
+      for (int x = 0; x < kMatteWidth; ++x) {
+        const auto at = static_cast<std::size_t>(y * kMatteWidth + x);
         const Rectangle& live = bars.live;
         const bool inside = x >= live.left && x < live.right && y >= live.top && y < live.bottom;
         const double noise = bars.noise == 0 ? 0 : bars.noise * random_.normal();
@@ -53,7 +53,7 @@ class MatteTest : public testing::Test {
         }
       }
     }
-    return measureFrame({bytes.data(), 4 * kWidth, kWidth, kHeight});
+    return measureFrame({bytes.data(), 4 * kMatteWidth, kMatteWidth, kMatteHeight});
   }
 
   RandomNumbers random_{chosenSeed()};
@@ -75,7 +75,7 @@ TEST_F(MatteTest, MayBeGreyGrainyAndFlicker) {
   EXPECT_NEAR(found->left, live.left, 1);
   EXPECT_NEAR(found->right, live.right, 1);
   EXPECT_EQ(found->top, 0);
-  EXPECT_EQ(found->bottom, kHeight);
+  EXPECT_EQ(found->bottom, kMatteHeight);
 }
 
 TEST_F(MatteTest, MayBeOfOneSide) {
@@ -94,12 +94,12 @@ TEST_F(MatteTest, IsNotSeenInPicturesWithoutBars) {
 TEST_F(MatteTest, IsNotANightSky) {
   std::vector<FrameMeasure> measures;
   for (int i = 0; i < 10; ++i) {
-    Frame picture(kWidth, kHeight);
-    for (int y = 0; y < kHeight; ++y) {
-      for (int x = 0; x < kWidth; ++x) {
+    Frame picture(kMatteWidth, kMatteHeight);
+    for (int y = 0; y < kMatteHeight; ++y) {
+      for (int x = 0; x < kMatteWidth; ++x) {
         const double skyline = 60 + 25 * std::sin(0.03 * x) + 12 * std::sin(0.11 * x + 1);
         const float level = y > skyline ? 60.0F : 6.0F;
-        picture.pixels[static_cast<std::size_t>(y * kWidth + x)] = {level, level, level};
+        picture.pixels[static_cast<std::size_t>(y * kMatteWidth + x)] = {level, level, level};
       }
     }
     measures.push_back(develop(picture, {.noise = 1}));
@@ -108,7 +108,7 @@ TEST_F(MatteTest, IsNotANightSky) {
 }
 
 TEST_F(MatteTest, CannotBeToldInTheDark) {
-  EXPECT_EQ(findMatte(std::vector<FrameMeasure>(5, develop(Frame(kWidth, kHeight), {}))),
+  EXPECT_EQ(findMatte(std::vector<FrameMeasure>(5, develop(Frame(kMatteWidth, kMatteHeight), {}))),
             std::nullopt);
   EXPECT_EQ(findMatte({}), std::nullopt);
 }
@@ -117,7 +117,7 @@ TEST_F(MatteTest, OutlastsDarkAndSpoiledFrames) {
   const Rectangle live{0, 22, 320, 158};
   std::vector<FrameMeasure> frames = shoot(kLit, {.live = live}, 40);
   for (std::size_t i = 0; i < 15; ++i) {
-    frames[i] = develop(Frame(kWidth, kHeight), {.noise = 1});  // faded out
+    frames[i] = develop(Frame(kMatteWidth, kMatteHeight), {.noise = 1});  // faded out
   }
   frames[20] = shoot({}, {}, 1)[0];  // a frame without bars
   frames.push_back(measureFrame({}));

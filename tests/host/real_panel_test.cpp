@@ -13,14 +13,14 @@ namespace {
 using testing::Contains;
 using testing::Not;
 
-struct Case {
+struct PanelCase {
   const char* name;
   host::Role role;
   host::Stress stress;
   host::AsyncDelay async;
 };
 
-class RealPanel : public testing::TestWithParam<Case> {
+class RealPanel : public testing::TestWithParam<PanelCase> {
  protected:
   RealPanel()
       : module(VARILUM_EFFECT_PATH),
@@ -151,14 +151,15 @@ TEST_P(RealPanel, TheHandleSetsWholeLevelsAndLeavesHostAndEffectAgreed) {
 INSTANTIATE_TEST_SUITE_P(
     Hosts, RealPanel,
     testing::Values(
-        Case{"friendly", host::Role::afterEffects, {}, {0, false}},
-        Case{"late", host::Role::afterEffects, {}, {2, false}},
-        Case{"emptyReceipts", host::Role::afterEffects, {}, {1, true}},
-        Case{"moving",
-             host::Role::afterEffects,
-             {.moveHandles = true, .poisonMemory = true, .rowPadding = 12, .withoutParams = true},
-             {1, false}},
-        Case{"premiere", host::Role::premiere, {}, {1, false}}),
+        PanelCase{"friendly", host::Role::afterEffects, {}, {0, false}},
+        PanelCase{"late", host::Role::afterEffects, {}, {2, false}},
+        PanelCase{"emptyReceipts", host::Role::afterEffects, {}, {1, true}},
+        PanelCase{
+            "moving",
+            host::Role::afterEffects,
+            {.moveHandles = true, .poisonMemory = true, .rowPadding = 12, .withoutParams = true},
+            {1, false}},
+        PanelCase{"premiere", host::Role::premiere, {}, {1, false}}),
     [](const auto& chosen) { return chosen.param.name; });
 
 // Long layers are drawn whole.

@@ -10,12 +10,13 @@
 #include <memory>
 
 #include "tests/stats/random_source.h"
+#include "tests/stats/special_values.h"
 
 namespace varilum {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+using test::kInfinity;
+using test::kNan;
 
 double naturalLog(double value) {
   return std::log(value);

@@ -11,14 +11,15 @@
 
 #include "tests/stats/image_bytes.h"
 #include "tests/stats/random_source.h"
+#include "tests/stats/special_values.h"
 
 namespace varilum {
 namespace {
 
 using test::ImageBytes;
+using test::kInfinity;
 
 constexpr std::size_t kHeader = 5196;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // An image of N frames in which every array element says where it belongs.
 ImageBytes soundImage(std::int32_t frames, bool renderOnly = false,

@@ -6,10 +6,12 @@
 #include <cmath>
 #include <limits>
 
+#include "tests/stats/special_values.h"
+
 namespace varilum {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using test::kInfinity;
 
 TEST(TruncateToInt, CutsTowardZero) {
   EXPECT_EQ(truncateToInt(0.0), 0);

@@ -18,8 +18,8 @@ namespace {
 
 using test::RandomSource;
 
-constexpr float kInfinity = std::numeric_limits<float>::infinity();
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+constexpr float kFloatInfinity = std::numeric_limits<float>::infinity();
+constexpr float kFloatNan = std::numeric_limits<float>::quiet_NaN();
 
 PF_Pixel run(const FrameCorrection& correction, PF_Pixel in, int x = 0, int y = 0) {
   FrameCorrection context = correction;
@@ -116,8 +116,8 @@ TEST(PixelKernels, ClampFloatOnlyFarAboveWhite) {
   const FrameCorrection correction = prepared(kCorrectionLinear, levelsOf(90, 90));
   expectSame(run(correction, PF_PixelFloat{-2.0f, 2.0f, -0.5f, 40000.0f}),
              {-2.0f, 2.0f, 0.0f, 32767.0f});
-  expectSame(run(correction, PF_PixelFloat{kNan, kNan, kInfinity, -kInfinity}),
-             {kNan, 0.0f, 32767.0f, 0.0f});
+  expectSame(run(correction, PF_PixelFloat{kFloatNan, kFloatNan, kFloatInfinity, -kFloatInfinity}),
+             {kFloatNan, 0.0f, 32767.0f, 0.0f});
 }
 
 TEST(PixelKernels, LinearWithoutAPositiveInputKeepsTheColours) {
@@ -137,7 +137,7 @@ TEST(PixelKernels, TakeUnknownMethodsAsLinear) {
 }
 
 TEST(PixelKernels, GammaBelowAHundredthIsLinear) {
-  for (const float gamma : {0.005f, 0.0f, -0.0f, -1.0f, -kInfinity, kNan}) {
+  for (const float gamma : {0.005f, 0.0f, -0.0f, -1.0f, -kFloatInfinity, kFloatNan}) {
     const FrameCorrection correction = prepared(kCorrectionGamma, levelsOf(50, 100, 0, 0, gamma));
     expectSame(run(correction, PF_Pixel16{1, 10, 20, 30}), {1, 5, 10, 15});
     expectSame(run(correction, PF_PixelFloat{1, 0.5f, 0.25f, 2}), {1, 0.25f, 0.125f, 1});
@@ -240,7 +240,7 @@ TEST(PixelKernels, VectorsGiveTheSameBitsAsPlainNumbers) {
   RandomSource random;
   for (int round = 0; round < 300; ++round) {
     FrameLevels levels = randomLevels(random);
-    if (random.chance(0.1)) levels.gammaValue = kInfinity;
+    if (random.chance(0.1)) levels.gammaValue = kFloatInfinity;
     for (const int method : {1, 2, 3}) {
       FrameCorrection correction = prepared(method, levels);
       for (int i = 0; i < 200; ++i) {

@@ -10,7 +10,7 @@
 namespace varilum {
 namespace {
 
-constexpr DRAWBOT_RectF32 kPlot{19.0F, 193.0F, 337.0F, 134.0F};
+constexpr DRAWBOT_RectF32 kCurvePlot{19.0F, 193.0F, 337.0F, 134.0F};
 constexpr LuminanceScale kFull{0, 255};
 
 struct Curve {
@@ -20,7 +20,7 @@ struct Curve {
 
 Curve layOut(const std::vector<double>& values, const LuminanceScale& scale = kFull) {
   Curve curve{std::vector<DRAWBOT_PointF32>(values.size()), {}};
-  curve.variance = layOutCurve(values, kPlot, scale, curve.points);
+  curve.variance = layOutCurve(values, kCurvePlot, scale, curve.points);
   return curve;
 }
 
@@ -53,13 +53,13 @@ TEST(LuminanceCurve, StaysOnThePanel) {
 
 TEST(LuminanceCurve, PlacesASingleFrameAtTheLeftEdge) {
   EXPECT_EQ(layOut({127.5}).points[0].x, 19.0F);
-  EXPECT_EQ(frameOffset(kPlot, 0, 1), 0);
-  EXPECT_EQ(frameOffset(kPlot, 0, 0), 0);
+  EXPECT_EQ(frameOffset(kCurvePlot, 0, 1), 0);
+  EXPECT_EQ(frameOffset(kCurvePlot, 0, 0), 0);
 }
 
 TEST(LuminanceCurve, CountsFramesBeyond32Bits) {
-  EXPECT_EQ(frameOffset(kPlot, 24'000'000, 24'000'001), 337);
-  EXPECT_EQ(frameOffset(kPlot, 12'000'000, 24'000'001), 168);
+  EXPECT_EQ(frameOffset(kCurvePlot, 24'000'000, 24'000'001), 337);
+  EXPECT_EQ(frameOffset(kCurvePlot, 12'000'000, 24'000'001), 168);
 }
 
 TEST(LuminanceCurve, VarianceIsTheMeanChangeBetweenNeighbours) {

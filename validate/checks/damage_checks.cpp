@@ -9,7 +9,7 @@ namespace validate {
 namespace {
 
 using Bytes = std::vector<std::byte>;
-constexpr int kRounds = 200;
+constexpr int kDamageRounds = 200;
 
 // Cut, lengthened, or with some bytes changed.
 Bytes damaged(const Bytes& whole, std::mt19937_64& random) {
@@ -42,7 +42,7 @@ void damagedSequence(Trial& trial) {
     saved = instance.save();
   });
   if (saved.sequenceData.empty()) throw Skipped("the effect saves no sequence data");
-  for (int round = 0; round < kRounds; ++round) {
+  for (int round = 0; round < kDamageRounds; ++round) {
     host::SavedInstance spoiled = saved;
     spoiled.sequenceData = damaged(saved.sequenceData, trial.random);
     stage.tolerate("open damaged data, variant " + std::to_string(round), [&] {
@@ -76,7 +76,7 @@ void damagedArbitrary(Trial& trial) {
       const host::ArbitraryKind kind = state.ui.params.kindOf(index);
       const host::Value value = state.ui.params.at(index, {0, stage.layer().info().timeScale});
       const Bytes flat = host::flattenArbitrary(kind, value.opaque->handle());
-      for (int round = 0; round < kRounds; ++round) {
+      for (int round = 0; round < kDamageRounds; ++round) {
         const std::string variant = ", variant " + std::to_string(round);
         stage.tolerate("UNFLATTEN damaged data" + variant,
                        [&] { host::unflattenArbitrary(kind, damaged(flat, trial.random)); });

@@ -82,14 +82,14 @@ void edits(Trial& trial) {
 }
 
 void randomSettings(Trial& trial) {
-  constexpr int kRounds = 20;
+  constexpr int kParameterRounds = 20;
   Stage stage(trial);
   stage.setUp();
   const Claims& claims = stage.claims();
   if (claims.valued.empty()) throw Skipped("the effect has no values to set");
   stage.attempt("apply to a layer", [&] {
     host::Instance instance(stage.effect(), stage.layer());
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kParameterRounds; ++round) {
       const std::string doing = "random settings " + std::to_string(round);
       stage.attempt(doing, [&] {
         instance.goTo(static_cast<std::int32_t>(trial.random() % 4));

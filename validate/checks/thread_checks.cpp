@@ -11,7 +11,7 @@
 namespace validate {
 namespace {
 
-constexpr int kRounds = 5;
+constexpr int kThreadRounds = 5;
 
 // Renders every frame again and again and compares; for threads of their own.
 void renderAndCompare(Trial& trial, Stage& stage, host::RenderCopy copy,
@@ -19,7 +19,7 @@ void renderAndCompare(Trial& trial, Stage& stage, host::RenderCopy copy,
   const host::Depth depth = stage.claims().depths.back();
   host::Image image;
   try {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kThreadRounds; ++round) {
       for (std::size_t frame = 0; frame < expected.size(); ++frame) {
         copy.render(static_cast<std::int32_t>(frame), depth, image);
         if (pixelsOf(image) == expected[frame]) continue;
@@ -53,7 +53,7 @@ void uiBesideRender(Trial& trial) {
     trial.journal.step("edit and draw on this thread while another one renders");
     std::thread renderer([&] { renderAndCompare(trial, stage, std::move(copy), expected); });
     stage.tolerate("edit and draw on this thread while another one renders", [&] {
-      for (int round = 0; round < kRounds; ++round) {
+      for (int round = 0; round < kThreadRounds; ++round) {
         for (const std::int32_t index : stage.claims().valued) {
           setValue(instance, index, anyValueOf(instance, index, trial.random));
         }
