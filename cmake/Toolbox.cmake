@@ -34,7 +34,7 @@ add_compile_options(-ffp-contract=off)
 
 # varilum_room(<target> [SOURCES ...] [LINKS ...]): a static library for one room of the house.
 # What a room may include is what it links: the include root is the repository, so a room that
-# names another's header without linking it is caught by cmake/check_walls.cmake in ./check.
+# names another's header without linking it is caught by tools/check_walls.py in ./check.
 function(varilum_room target)
   cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS" ${ARGN})
   add_library(${target} STATIC ${ROOM_SOURCES})
@@ -50,10 +50,6 @@ function(varilum_test target)
   target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}")
   target_link_libraries(${target} PRIVATE ${TEST_LINKS} GTest::gmock GTest::gtest_main
                                           varilum_warnings)
-  # A compiler cache does better without; a machine that builds once gains minutes.
-  if(NOT VARILUM_CCACHE)
-    target_precompile_headers(${target} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
-  endif()
   if(NOT TEST_LABELS)
     get_filename_component(TEST_LABELS "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
   endif()
@@ -67,5 +63,12 @@ function(varilum_test target)
 endfunction()
 
 add_library(varilum_warnings INTERFACE)
-target_compile_options(varilum_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+target_compile_options(varilum_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion
                        -Wsign-conversion -Werror)
+if(CMAKE_UNITY_BUILD)
+  # A file that stands in another's company hides its names and has types of its own, rightly.
+  target_compile_options(varilum_warnings INTERFACE
+                         $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+else()
+  target_compile_options(varilum_warnings INTERFACE -Wshadow)
+endif()
