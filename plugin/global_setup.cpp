@@ -11,6 +11,7 @@
 #include "hostapi/suites/app.h"
 #include "hostapi/suites/app_info.h"
 #include "hostapi/suites/handle.h"
+#include "platform/stay_loaded.h"
 #include "resources/effect_identity.h"
 #include "resources/string_table.h"
 #include "stats/live_registry.h"
@@ -105,6 +106,7 @@ std::int32_t noteRenderEngine(const PF_InData& in, GlobalState& global) {
 std::int32_t globalSetup(const Command& command) {
   const PF_InData& in = command.in;
   PF_OutData& out = command.out;
+  stayLoaded();
   const NewGlobalState state{in};
   if (state.get() == nullptr) return PF_Err_INTERNAL_STRUCT_DAMAGED;
   GlobalState& global = *state.get();

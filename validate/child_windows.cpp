@@ -1,6 +1,8 @@
 // validate/child_windows.cpp — a check in a process of its own: this program, started anew.
 #include <windows.h>
 
+#include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -15,6 +17,8 @@ using Clock = std::chrono::steady_clock;
 constexpr DWORD kTick = 50;  // milliseconds between looks at the pipe
 constexpr UINT kKilled = 124;
 constexpr DWORD kFirstException = 0xC0000000;
+constexpr UINT kAborted = 0xC0000409;       // as newer run-time libraries end with abort()
+constexpr std::chrono::seconds kStart{20};  // for starting a process, which may itself take long
 
 [[noreturn]] void fail(const char* what) {
   throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), what);
@@ -56,6 +60,7 @@ std::optional<Ending> listen(HANDLE channel, HANDLE process, const ChildWatch& w
                              JournalReader& journal) {
   char buffer[4096];
   Clock::time_point heard = Clock::now();
+  std::chrono::milliseconds patience = std::max<std::chrono::milliseconds>(watch.silence, kStart);
   for (;;) {
     const bool ended = WaitForSingleObject(process, kTick) == WAIT_OBJECT_0;
     DWORD waiting = 0;
@@ -64,11 +69,17 @@ std::optional<Ending> listen(HANDLE channel, HANDLE process, const ChildWatch& w
       if (ReadFile(channel, buffer, sizeof buffer, &count, nullptr) == 0) break;
       journal.take({buffer, count});
       heard = Clock::now();
+      patience = watch.silence;
     }
     if (ended) return std::nullopt;
     if (watch.stopAsked && watch.stopAsked()) return Ending::interrupted;
-    if (Clock::now() - heard > watch.silence) return Ending::hung;
+    if (Clock::now() - heard > patience) return Ending::hung;
   }
+}
+
+// The older run-time libraries end with exit code 3, as any program may.
+extern "C" void onAbort(int) {
+  TerminateProcess(GetCurrentProcess(), kAborted);
 }
 
 }  // namespace
@@ -111,6 +122,7 @@ ChildOutcome runInChild(const Check& check, const Subject& subject, const ChildW
 
 void runChild(const Check& check, const Subject& subject, std::uint64_t channel) {
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+  std::signal(SIGABRT, onAbort);
   _putenv_s("VARILUM_HEADLESS", "1");
   const auto pipe = reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(channel));
   Journal journal([pipe](const JournalLine& line) {

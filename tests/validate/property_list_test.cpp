@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <random>
 
 #include "hostapi/property_list.h"
+#include "tests/validate/attach_property_list.h"
 #include "tests/validate/run_odd_effect.h"
 
 namespace {
@@ -49,9 +49,8 @@ class ListWriter {
 class PropertyList : public testing::Test {
  protected:
   PropertyList() {
-    folder_ = fs::temp_directory_path() / ("odd_effect_" + std::to_string(std::random_device{}()));
     fs::create_directory(folder_);
-    fs::copy_file(VARILUM_ODD_EFFECT_PATH, folder_ / "odd_effect.so");
+    fs::copy_file(VARILUM_ODD_EFFECT_PATH, library_);
   }
   ~PropertyList() override { fs::remove_all(folder_); }
 
@@ -64,13 +63,15 @@ class PropertyList : public testing::Test {
     list.text(kPropertyEntry64, "EntryPointFunc", false);
     list.word(kPropertyEffectVersion, version);
     list.word(kPropertyOutFlags, flags);
-    std::ofstream(folder_ / "odd_effect.pipl", std::ios::binary) << list.bytes();
+    attachPropertyList(library_, list.bytes());
     const OddVariant variant("plain");
-    return validate::runChecks(judging((folder_ / "odd_effect.so").string(), {"load", "set-up"}));
+    return validate::runChecks(judging(library_.string(), {"load", "set-up"}));
   }
 
  private:
-  fs::path folder_;
+  const fs::path folder_ =
+      fs::temp_directory_path() / ("odd_effect_" + std::to_string(std::random_device{}()));
+  const fs::path library_ = folder_ / fs::path(VARILUM_ODD_EFFECT_PATH).filename();
 };
 
 TEST_F(PropertyList, OfTheSameFlagsAndVersionIsFine) {
