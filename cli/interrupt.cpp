@@ -33,7 +33,9 @@ void catchUnlessIgnored(int number, void (*handler)(int)) noexcept {
 
 void catchInterrupts() noexcept {
   for (const int number : {SIGINT, SIGTERM}) catchUnlessIgnored(number, onStop);
-#ifndef _WIN32
+#ifdef _WIN32
+  catchUnlessIgnored(SIGBREAK, onStop);
+#else
   catchUnlessIgnored(SIGHUP, onStop);
   catchUnlessIgnored(SIGPIPE, onNoReader);
   // A file beyond the size limit is an error of the write, which says so and tidies up.

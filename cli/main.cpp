@@ -52,6 +52,7 @@ int run(int argc, char** argv) {
   app.footer(kExamples);
   app.set_version_flag("--version", std::string("varilum4 ") + cli::programVersion());
   app.require_subcommand(1);
+  app.allow_windows_style_options(false);  // "/clips/shot.y4m" is a name there, too
 
   cli::Work work;
   cli::addDeflickerCommand(app, work);

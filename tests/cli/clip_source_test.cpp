@@ -10,6 +10,7 @@
 
 #include "media/clip_writer.h"
 #include "media/pixel_conversion.h"
+#include "tests/cli/clip_name.h"
 #include "tests/cli/scratch_folder.h"
 
 namespace cli {
@@ -26,7 +27,8 @@ int levelOf(std::int64_t frame) {
 media::Picture greyPicture(std::int64_t frame, int level) {
   media::ClipInfo info;
   info.width = info.height = 16;
-  info.pixelFormat = "gbrp";
+  info.pixelFormat = "gray";
+  info.colourRange = "pc";
   std::vector<std::uint8_t> pixels(16 * 16 * 4, static_cast<std::uint8_t>(level));
   const media::ConstArgbView view(pixels.data(), 64, 16, 16, media::Depth::eight);
   return media::fromArgb(view, media::Picture::blank(info, frame));
@@ -37,10 +39,13 @@ class ClipSourceTest : public testing::Test {
   void SetUp() override {
     media::ClipInfo info;
     info.width = info.height = 16;
-    info.pixelFormat = "gbrp";
+    info.pixelFormat = "gray";
+    info.colourRange = "pc";
     info.codec = "ffv1";
     media::WriteOptions options;
+#ifndef VARILUM_PLAIN_FOOTAGE
     options.encoderOptions = {{"g", "10"}};
+#endif
     media::ClipWriter writer(clip_.path, info, options);
     for (int i = 0; i < kFrames; ++i) writer.write(greyPicture(i, levelOf(i)));
     writer.finish();
@@ -53,7 +58,7 @@ class ClipSourceTest : public testing::Test {
   }
 
   test::ScratchFolder folder_;
-  ClipOptions clip_{folder_ / "clip.mkv", {}};
+  ClipOptions clip_{folder_ / test::clip("clip"), {}};
 };
 
 TEST_F(ClipSourceTest, GivesEveryFrameInAnyOrderWithAnyMemory) {

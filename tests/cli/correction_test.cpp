@@ -60,13 +60,13 @@ double entry(double value) {
 Frames deflickered(const Frames& frames, const std::vector<std::string>& options,
                    std::string* err = nullptr) {
   const ScratchFolder folder;
-  writeLossless(folder / "in.mkv", frames);
-  std::vector<std::string> arguments{"deflicker", folder / "in.mkv", folder / "out.mkv"};
+  writeLossless(folder / clip("in"), frames);
+  std::vector<std::string> arguments{"deflicker", folder / clip("in"), folder / clip("out")};
   arguments.insert(arguments.end(), options.begin(), options.end());
   const Outcome outcome = varilum(arguments);
   EXPECT_EQ(outcome.code, 0) << outcome.err;
   if (err != nullptr) *err = outcome.err;
-  return readStripes(folder / "out.mkv", kEight);
+  return readStripes(folder / clip("out"), kEight);
 }
 
 using Formula = std::function<double(double level, std::size_t frame)>;
@@ -258,6 +258,7 @@ Frames scaled(const Frames& frames, double factor) {
 }
 
 TEST(Correction, SixteenBitPicturesKeepTheirDepth) {
+  if (kPlainProgram) GTEST_SKIP() << "takes FFmpeg";
   const Frames levels = flickering(kGains);
   const auto input = measured(levels, mean);
   const auto desired = smoothed(input, 2);
@@ -287,12 +288,13 @@ TEST(Correction, SixteenBitPicturesKeepTheirDepth) {
 }
 
 TEST(Correction, TenBitClipsKeepTheirDepth) {
+  if (kPlainProgram) GTEST_SKIP() << "takes FFmpeg";
   const Frames levels = flickering(kGains);
   const ScratchFolder folder;
   // Through 16 bits into 10: value x 1023 / 65535, rounded by ffmpeg; read back what it made.
-  writeStripes(folder / "in.mkv", scaled(levels, 257.0), kSixteen,
+  writeStripes(folder / clip("in"), scaled(levels, 257.0), kSixteen,
                {"-c:v", "ffv1", "-pix_fmt", "gbrp10le"});
-  const Frames in = readStripes(folder / "in.mkv", kSixteen);
+  const Frames in = readStripes(folder / clip("in"), kSixteen);
   const auto input = measured(in, [](const Stripes& s) {
     double sum = 0.0;
     for (const double v : s) sum += std::floor(v * 255.0 / 65535.0 + 0.5);
@@ -300,12 +302,12 @@ TEST(Correction, TenBitClipsKeepTheirDepth) {
   });
   const auto desired = smoothed(input, 2);
   std::string err;
-  const Outcome outcome = varilum({"deflicker", folder / "in.mkv", folder / "out.mkv",
+  const Outcome outcome = varilum({"deflicker", folder / clip("in"), folder / clip("out"),
                                    "--smoothing-frames", "2", "--adjust-clipping", "60"});
   ASSERT_EQ(outcome.code, 0) << outcome.err;
   EXPECT_NE(outcome.err.find("--adjust-clipping does not act at 16 bits"), std::string::npos)
       << outcome.err;
-  const Frames out = readStripes(folder / "out.mkv", kSixteen);
+  const Frames out = readStripes(folder / clip("out"), kSixteen);
   ASSERT_EQ(out.size(), in.size());
   const double step = 65535.0 / 1023.0;
   for (std::size_t f = 0; f < in.size(); ++f) {
@@ -317,6 +319,7 @@ TEST(Correction, TenBitClipsKeepTheirDepth) {
 }
 
 TEST(Correction, FloatPicturesKeepTheirDepthAndWhatIsAboveWhite) {
+  if (kPlainProgram) GTEST_SKIP() << "takes FFmpeg";
   // One stripe is twice as bright as white; it is measured as white.
   Frames levels = flickering(kGains);
   for (Stripes& stripes : levels) stripes[3] = 255.0;

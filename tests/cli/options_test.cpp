@@ -38,9 +38,9 @@ TEST(Options, HelpNamesEveryParameterAndFitsThePage) {
 
 TEST(Options, WrongUsageIsOneLineAndExitCodeTwo) {
   const ScratchFolder folder;
-  const std::string in = folder / "in.mkv";
+  const std::string in = folder / clip("in");
   writeLossless(in, flickering(kGains));
-  const std::string out = folder / "out.mkv";
+  const std::string out = folder / clip("out");
   const std::vector<std::vector<std::string>> wrong{
       {},
       {"fly"},
@@ -85,17 +85,17 @@ TEST(Options, WrongUsageIsOneLineAndExitCodeTwo) {
     EXPECT_EQ(outcome.out, "") << shown;
     EXPECT_TRUE(isOneLine(outcome.err)) << shown << outcome.err;
     EXPECT_EQ(outcome.err.rfind("varilum4: ", 0), 0U) << outcome.err;
-    EXPECT_EQ(folder.names(), std::vector<std::string>{"in.mkv"}) << shown;
+    EXPECT_EQ(folder.names(), std::vector<std::string>{clip("in")}) << shown;
   }
 }
 
 TEST(Options, QuietSaysNothingAndTheSummaryIsOneLine) {
   const ScratchFolder folder;
-  writeLossless(folder / "in.mkv", flickering(kGains));
-  Outcome outcome = varilum({"deflicker", folder / "in.mkv", folder / "a.mkv", "--quiet"});
+  writeLossless(folder / clip("in"), flickering(kGains));
+  Outcome outcome = varilum({"deflicker", folder / clip("in"), folder / clip("a"), "--quiet"});
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.out + outcome.err, "");
-  outcome = varilum({"deflicker", folder / "in.mkv", folder / "b.mkv"});
+  outcome = varilum({"deflicker", folder / clip("in"), folder / clip("b")});
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.err, "");
   EXPECT_TRUE(isOneLine(outcome.out)) << outcome.out;
@@ -105,9 +105,9 @@ TEST(Options, QuietSaysNothingAndTheSummaryIsOneLine) {
 
 TEST(Options, JsonProgressCountsBothPhasesAndEndsWithTheFigures) {
   const ScratchFolder folder;
-  writeLossless(folder / "in.mkv", flickering(kGains));
+  writeLossless(folder / clip("in"), flickering(kGains));
   const Outcome outcome =
-      varilum({"deflicker", folder / "in.mkv", folder / "a.mkv", "--progress", "json"});
+      varilum({"deflicker", folder / clip("in"), folder / clip("a"), "--progress", "json"});
   ASSERT_EQ(outcome.code, 0) << outcome.err;
   std::istringstream lines(outcome.out);
   nlohmann::json last;
@@ -130,9 +130,9 @@ TEST(Options, JsonProgressCountsBothPhasesAndEndsWithTheFigures) {
 
 TEST(Options, AMissingEffectLibraryIsNamed) {
   const ScratchFolder folder;
-  writeLossless(folder / "in.mkv", flickering(kGains));
+  writeLossless(folder / clip("in"), flickering(kGains));
   const Outcome outcome =
-      varilum({"deflicker", folder / "in.mkv", folder / "a.mkv", "--effect", folder / "no.so"});
+      varilum({"deflicker", folder / clip("in"), folder / clip("a"), "--effect", folder / "no.so"});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_TRUE(isOneLine(outcome.err)) << outcome.err;
   EXPECT_NE(outcome.err.find("no.so"), std::string::npos);
@@ -140,10 +140,10 @@ TEST(Options, AMissingEffectLibraryIsNamed) {
 
 TEST(Options, AFileThatIsNoEffectIsRefused) {
   const ScratchFolder folder;
-  writeLossless(folder / "in.mkv", flickering(kGains));
+  writeLossless(folder / clip("in"), flickering(kGains));
   writeFile(folder / "no.so", "not a library");
   const Outcome outcome =
-      varilum({"deflicker", folder / "in.mkv", folder / "a.mkv", "--effect", folder / "no.so"});
+      varilum({"deflicker", folder / clip("in"), folder / clip("a"), "--effect", folder / "no.so"});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_TRUE(isOneLine(outcome.err)) << outcome.err;
 }

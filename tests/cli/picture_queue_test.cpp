@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "media/clip_writer.h"
+#include "tests/cli/clip_name.h"
 #include "tests/cli/scratch_folder.h"
 
 namespace cli {
@@ -24,7 +25,7 @@ class PictureQueueTest : public testing::Test {
   }
 
   test::ScratchFolder folder_;
-  std::string clip_ = folder_ / "clip.mkv";
+  std::string clip_ = folder_ / test::clip("clip");
 };
 
 TEST_F(PictureQueueTest, GivesTheFramesAskedForInOrder) {

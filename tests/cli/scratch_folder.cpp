@@ -1,19 +1,19 @@
 // tests/cli/scratch_folder.cpp — a folder of its own for each test, gone afterwards.
 #include "tests/cli/scratch_folder.h"
 
-#include <stdlib.h>
-
 #include <algorithm>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <stdexcept>
 
 namespace cli::test {
 
 ScratchFolder::ScratchFolder() {
-  std::string name = (std::filesystem::temp_directory_path() / "varilum-cli-XXXXXX").string();
-  if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no scratch folder");
-  path_ = name;
+  std::random_device any;
+  do {
+    path_ = std::filesystem::temp_directory_path() / ("varilum-cli-" + std::to_string(any()));
+  } while (!std::filesystem::create_directory(path_));
 }
 
 ScratchFolder::~ScratchFolder() {

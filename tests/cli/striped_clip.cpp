@@ -8,6 +8,7 @@
 
 #include "tests/cli/program.h"
 #include "tests/cli/scratch_folder.h"
+#include "tests/cli/striped_y4m.h"
 
 namespace cli::test {
 namespace {
@@ -84,11 +85,13 @@ void writeStripes(const std::string& path, const Frames& frames, const Format& f
 }
 
 void writeLossless(const std::string& path, const Frames& frames) {
+  if (kPlainProgram) return writeY4m(path, frames);
   writeStripes(path, frames, kEight, {"-c:v", "ffv1", "-pix_fmt", "bgr0"});
 }
 
 Frames readStripes(const std::string& path, const Format& format,
                    const std::vector<std::string>& input) {
+  if (kPlainProgram) return readY4m(path);
   std::vector<std::string> arguments = input;
   arguments.insert(arguments.end(), {"-i", path, "-vsync", "passthrough", "-f", "rawvideo",
                                      "-pix_fmt", format.raw, "-"});

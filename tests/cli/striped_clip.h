@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/cli/clip_name.h"
+
 namespace cli::test {
 
 inline constexpr int kWidth = 64;
@@ -25,15 +27,16 @@ inline constexpr Format kEight{"rgb24", 255.0};
 inline constexpr Format kSixteen{"rgb48le", 65535.0};
 inline constexpr Format kFloating{"gbrpf32le", 1.0};
 
-/// Writes the clip with ffmpeg; `encoder` are the arguments before the output's name.
+/// Writes the clip with ffmpeg, which there has to be; `encoder` are the arguments before the
+/// output's name.
 void writeStripes(const std::string& path, const Frames& frames, const Format& format,
                   const std::vector<std::string>& encoder);
 
-/// FFV1 in 8-bit RGB: nothing is lost.
+/// FFV1 in 8-bit RGB, or YUV4MPEG2 in grey of the full range: nothing is lost. `path` is a clip().
 void writeLossless(const std::string& path, const Frames& frames);
 
-/// Decodes with ffmpeg and reads the stripes, checking that each is flat and grey.
-/// `input` are arguments before -i.
+/// Decodes with ffmpeg and reads the stripes, checking that each is flat and grey; `input` are
+/// arguments before -i. Without ffmpeg it has to be a clip() of 8 bits.
 Frames readStripes(const std::string& path, const Format& format,
                    const std::vector<std::string>& input = {});
 

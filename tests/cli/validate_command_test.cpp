@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "tests/cli/program.h"
+#include "tests/validate/odd_variant.h"
 
 namespace cli::test {
 namespace {
@@ -17,10 +17,8 @@ using testing::HasSubstr;
 
 class ValidateCommand : public testing::Test {
  protected:
-  ~ValidateCommand() override { unsetenv("VARILUM_ODD_EFFECT"); }
-
-  static Outcome judge(const char* variant, std::vector<std::string> options) {
-    setenv("VARILUM_ODD_EFFECT", variant, 1);
+  static Outcome judge(const char* name, std::vector<std::string> options) {
+    const OddVariant variant(name);
     std::vector<std::string> arguments{"validate", VARILUM_ODD_EFFECT_PATH};
     arguments.insert(arguments.end(), options.begin(), options.end());
     return varilum(arguments);
@@ -80,7 +78,7 @@ TEST_F(ValidateCommand, EndsWith2OnWrongUsage) {
 }
 
 TEST_F(ValidateCommand, StopsOnRequest) {
-  setenv("VARILUM_ODD_EFFECT", "hangs", 1);
+  const OddVariant variant("hangs");
   const Outcome outcome =
       varilum({"validate", VARILUM_ODD_EFFECT_PATH, "--strictness", "3", "--json"},
               [](const std::string& out) {

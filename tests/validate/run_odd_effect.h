@@ -1,29 +1,11 @@
 // tests/validate/run_odd_effect.h — one variant of the odd effect, judged.
 #pragma once
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "tests/validate/odd_variant.h"
 #include "validate/runner.h"
-
-// Sets the environment's variable while it lives.
-class OddVariant {
- public:
-  explicit OddVariant(const char* variant) { set(variant); }
-  ~OddVariant() { set(""); }
-  OddVariant(const OddVariant&) = delete;
-  OddVariant& operator=(const OddVariant&) = delete;
-
- private:
-  static void set(const char* value) {
-#ifdef _WIN32
-    _putenv_s("VARILUM_ODD_EFFECT", value);
-#else
-    setenv("VARILUM_ODD_EFFECT", value, 1);
-#endif
-  }
-};
 
 inline validate::RunOptions judging(const std::string& library, std::vector<std::string> only) {
   validate::RunOptions options;
