@@ -1,11 +1,14 @@
 ; Installs the effect for After Effects and Premiere Pro.
 ;
-; Given by the build: VERSION, LIBRARY (the built Varilum4.aex), OUTPUT.
-;   /S        asks and shows nothing
-;   /D=FOLDER installs there instead (last on the line, without quotes)
+; Given by the build: VERSION, LIBRARY (the built Varilum4.aex), PROGRAM (varilum4.exe), OUTPUT.
+;   /S           asks and shows nothing
+;   /COMMANDLINE installs the command line, too
+;   /D=FOLDER    installs the effect there instead (last on the line, without quotes)
 ; Both applications look for effects in the shared folder below, whatever their version.
 
 Unicode true
+!include "FileFunc.nsh"
+!include "Sections.nsh"
 Target amd64-unicode
 SetCompressor /SOLID lzma
 ManifestDPIAware true
@@ -14,6 +17,7 @@ RequestExecutionLevel admin
 
 !define NAME "Varilum4"
 !define FOLDER "$PROGRAMFILES64\Adobe\Common\Plug-ins\7.0\MediaCore"
+!define PROGRAM_FOLDER "$PROGRAMFILES64\${NAME}"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
 
 Name "${NAME} ${VERSION}"
@@ -32,22 +36,19 @@ VIAddVersionKey "FileDescription" "${NAME} set-up"
 VIAddVersionKey "CompanyName" "Tovan"
 VIAddVersionKey "LegalCopyright" "Copyright (c) Tovan. All rights reserved."
 
-; Nothing needs choosing: the only page shows that it is done.
+; The one choice is whether the command line is wanted.
+Page components
 Page instfiles
 UninstPage uninstConfirm
 UninstPage instfiles
-
-Function .onInit
-  SetRegView 64
-  SetShellVarContext all
-FunctionEnd
 
 Function un.onInit
   SetRegView 64
   SetShellVarContext all
 FunctionEnd
 
-Section "Effect"
+Section "Effect for After Effects and Premiere Pro"
+  SectionIn RO
   SetOutPath "$INSTDIR"
   ; A running application holds the library of an earlier version.
   ClearErrors
@@ -69,6 +70,33 @@ Section "Effect"
   WriteRegDWORD HKLM "${UNINSTALL_KEY}" "NoRepair" 1
 SectionEnd
 
+; With an effect of its own beside it, which no application holds.
+Section /o "Command line (varilum4.exe)" COMMAND_LINE
+  SetOutPath "${PROGRAM_FOLDER}"
+  ClearErrors
+  SetOverwrite try
+  File "/oname=varilum4.exe" "${PROGRAM}"
+  File "/oname=Varilum4.aex" "${LIBRARY}"
+  IfErrors 0 +4
+    SetErrorLevel 2
+    MessageBox MB_OK|MB_ICONSTOP "varilum4.exe cannot be written to ${PROGRAM_FOLDER}.$\nEnd it where it runs, then run this again." /SD IDOK
+    Abort
+SectionEnd
+
+; Asked for, or there already.
+Function .onInit
+  SetRegView 64
+  SetShellVarContext all
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/COMMANDLINE" $1
+  IfErrors 0 wanted
+  IfFileExists "${PROGRAM_FOLDER}\varilum4.exe" wanted
+  Return
+  wanted:
+  !insertmacro SelectSection ${COMMAND_LINE}
+FunctionEnd
+
 Section "Uninstall"
   ClearErrors
   Delete "$INSTDIR\Varilum4.aex"
@@ -77,6 +105,14 @@ Section "Uninstall"
     MessageBox MB_OK|MB_ICONSTOP "Varilum4.aex is in use.$\nClose After Effects and Premiere Pro, then run this again." /SD IDOK
     Abort
   removed:
+  ClearErrors
+  Delete "${PROGRAM_FOLDER}\varilum4.exe"
+  Delete "${PROGRAM_FOLDER}\Varilum4.aex"
+  IfErrors 0 +4
+    SetErrorLevel 2
+    MessageBox MB_OK|MB_ICONSTOP "varilum4.exe is in use.$\nEnd it, then run this again." /SD IDOK
+    Abort
+  RMDir "${PROGRAM_FOLDER}"
   Delete "$INSTDIR\Uninstall Varilum4.exe"
   ; Folders go when nothing else is in them; what the user put there stays.
   SetOutPath "$TEMP"
