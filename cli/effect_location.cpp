@@ -1,12 +1,12 @@
 // cli/effect_location.cpp — where the effect library is.
 #include "cli/effect_location.h"
 
-#include <cstdlib>
 #include <system_error>
 
 #include <fmt/format.h>
 
 #include "cli/error.h"
+#include "cli/invocation.h"
 #include "cli/program_files.h"
 
 namespace cli {
@@ -20,8 +20,7 @@ bool isFile(const std::filesystem::path& path) {
 }  // namespace
 
 std::filesystem::path findEffect(const std::string& given) {
-  const char* variable = std::getenv("VARILUM_EFFECT");
-  const std::string named = !given.empty() ? given : variable != nullptr ? variable : "";
+  const std::string named = !given.empty() ? given : environmentValue("VARILUM_EFFECT");
   if (!named.empty()) {
     if (isFile(named)) return std::filesystem::absolute(named);
     throw Failure(fmt::format("There is no effect library {}; check {}.", named,

@@ -34,7 +34,7 @@ std::vector<ListLine> readListFile(const std::string& path, const std::string& o
     throw Failure(fmt::format("{}: there is no file {}; check the name.", option, path));
   }
   const auto size = std::filesystem::file_size(path, error);
-  std::ifstream in(path);
+  std::ifstream in{std::filesystem::path(path)};
   if (error || !in) throw Failure(fmt::format("{}: {} cannot be read.", option, path));
   if (size > kMostBytes) throw Failure(fmt::format("{}: {} is no list of frames.", option, path));
   std::vector<ListLine> lines;

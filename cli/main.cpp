@@ -8,6 +8,8 @@
 #include <exception>
 #include <memory>
 #include <new>
+#include <string>
+#include <vector>
 
 #include "cli/commands.h"
 #include "cli/console.h"
@@ -15,6 +17,7 @@
 #include "cli/error.h"
 #include "cli/help_formatter.h"
 #include "cli/interrupt.h"
+#include "cli/invocation.h"
 #include "host/error.h"
 #include "media/error.h"
 
@@ -68,9 +71,10 @@ int run(int argc, char** argv) {
   cli::addDemoOptions(*demoCommand, demo);
   demoCommand->callback([&] { work = [&] { cli::runDemo(demo); }; });
 
+  const std::vector<std::string> words = cli::programWords(argc, argv);
   try {
-    app.parse(argc, argv);
-  } catch (const CLI::Success& wanted) {  // --help, --version
+    app.parse(std::vector<std::string>(words.rbegin(), words.rend()));  // last first
+  } catch (const CLI::Success& wanted) {                                // --help, --version
     return app.exit(wanted);
   } catch (const CLI::ParseError& error) {
     return usageError(app, error);

@@ -5,6 +5,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -312,7 +313,7 @@ void run(const SessionOptions& options) {
   std::ifstream file;
   const bool fromInput = options.script == "-";
   if (!fromInput) {
-    file.open(options.script);
+    file.open(std::filesystem::path(options.script));
     if (!file) throw Failure(fmt::format("{} cannot be read.", options.script));
   }
   std::istream& script = fromInput ? std::cin : file;

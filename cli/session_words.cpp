@@ -37,7 +37,8 @@ std::vector<std::string> splitWords(std::string_view line) {
     inWord = true;
     if (c == '"') {
       quoted = !quoted;
-    } else if (quoted && c == '\\' && i + 1 < line.size()) {
+    } else if (quoted && c == '\\' && i + 1 < line.size() &&
+               (line[i + 1] == '"' || line[i + 1] == '\\')) {
       words.back() += line[++i];
     } else {
       words.back() += c;

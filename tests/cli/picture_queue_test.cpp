@@ -10,7 +10,7 @@
 namespace cli {
 namespace {
 
-constexpr int kFrames = 12;
+constexpr int kInClip = 12;
 
 class PictureQueueTest : public testing::Test {
  protected:
@@ -20,7 +20,7 @@ class PictureQueueTest : public testing::Test {
     info.pixelFormat = "yuv420p";
     info.codec = "ffv1";
     media::ClipWriter writer(clip_, info);
-    for (int i = 0; i < kFrames; ++i) writer.write(media::Picture::blank(info, i));
+    for (int i = 0; i < kInClip; ++i) writer.write(media::Picture::blank(info, i));
     writer.finish();
   }
 
@@ -50,8 +50,8 @@ TEST_F(PictureQueueTest, EndsWithTheClip) {
 
 TEST_F(PictureQueueTest, CanBeDroppedAtAnyTime) {
   media::ClipReader reader(clip_);
-  for (int taken = 0; taken < kFrames; ++taken) {
-    PictureQueue queue(reader, 0, kFrames - 1, 1);
+  for (int taken = 0; taken < kInClip; ++taken) {
+    PictureQueue queue(reader, 0, kInClip - 1, 1);
     for (int i = 0; i < taken; ++i) ASSERT_TRUE(queue.pop());
   }
   EXPECT_EQ(reader.frameAt(5).index(), 5);
@@ -59,7 +59,7 @@ TEST_F(PictureQueueTest, CanBeDroppedAtAnyTime) {
 
 TEST_F(PictureQueueTest, PassesFailuresOn) {
   media::ClipReader reader(clip_);
-  PictureQueue queue(reader, kFrames + 1, kFrames + 5);
+  PictureQueue queue(reader, kInClip + 1, kInClip + 5);
   EXPECT_THROW(queue.pop(), media::Error);
 }
 

@@ -9,8 +9,8 @@ namespace cli::test {
 namespace {
 
 constexpr std::size_t kStripe = kWidth / kStripes;
-constexpr std::size_t kPixels = static_cast<std::size_t>(kWidth) * kHeight;
-const std::string kFrame = "FRAME\n";
+constexpr std::size_t kBytes = static_cast<std::size_t>(kWidth) * kHeight;
+const std::string kFrameLine = "FRAME\n";
 
 }  // namespace
 
@@ -18,7 +18,7 @@ void writeY4m(const std::string& path, const Frames& frames) {
   std::string bytes = "YUV4MPEG2 W" + std::to_string(kWidth) + " H" + std::to_string(kHeight) +
                       " F24:1 Ip A1:1 Cmono XCOLORRANGE=FULL\n";
   for (const Stripes& stripes : frames) {
-    bytes += kFrame;
+    bytes += kFrameLine;
     std::string row;
     for (const double value : stripes) row.append(kStripe, static_cast<char>(value));
     for (int y = 0; y < kHeight; ++y) bytes += row;
@@ -32,16 +32,16 @@ Frames readY4m(const std::string& path) {
   for (const char* word : {"YUV4MPEG2 ", " W64 ", " H64 ", " Cmono", "XCOLORRANGE=FULL"}) {
     if (header.find(word) == std::string::npos) throw std::runtime_error("header: " + header);
   }
-  const std::size_t frameBytes = kFrame.size() + kPixels;
+  const std::size_t frameBytes = kFrameLine.size() + kBytes;
   if ((bytes.size() - header.size()) % frameBytes != 0) {
     throw std::runtime_error("a frame is cut off");
   }
   Frames frames;
   for (std::size_t at = header.size(); at < bytes.size(); at += frameBytes) {
-    if (bytes.compare(at, kFrame.size(), kFrame) != 0) throw std::runtime_error("no frame");
+    if (bytes.compare(at, kFrameLine.size(), kFrameLine) != 0) throw std::runtime_error("no frame");
     Stripes& stripes = frames.emplace_back();
-    for (std::size_t i = 0; i < kPixels; ++i) {
-      const auto value = static_cast<unsigned char>(bytes[at + kFrame.size() + i]);
+    for (std::size_t i = 0; i < kBytes; ++i) {
+      const auto value = static_cast<unsigned char>(bytes[at + kFrameLine.size() + i]);
       double& stripe = stripes[i % kWidth / kStripe];
       if (i < kWidth && i % kStripe == 0) stripe = value;
       if (stripe != value) throw std::runtime_error("a stripe is not flat");
