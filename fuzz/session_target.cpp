@@ -82,6 +82,8 @@ class Folder {
 }  // namespace fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  // The fuzzer writes to the library's counters between inputs, so that it must not be unloaded.
+  [[maybe_unused]] static const fuzz::EffectUnderTest& loaded = fuzz::effectUnderTest(0);
   static fuzz::Folder folder;
   std::istringstream lines(std::string(reinterpret_cast<const char*>(data), size));
   std::string script;
