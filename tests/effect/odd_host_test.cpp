@@ -4,8 +4,7 @@
 #include <cstring>
 
 #include "host/panel.h"
-#include "tests/effect/test_footage.h"
-#include "tests/host/recording_listener.h"
+#include "tests/effect/scene.h"
 
 namespace effect_test {
 namespace {
@@ -20,6 +19,7 @@ using host::Stress;
 constexpr std::int32_t kWidth = 60;
 constexpr std::int32_t kHeight = 44;
 constexpr std::int32_t kFrames = 4;
+constexpr FootageSize kSize{kWidth, kHeight, kFrames};
 
 struct Oddity {
   const char* name;
@@ -34,35 +34,14 @@ host::HostOptions optionsOf(const Oddity& oddity) {
   return options;
 }
 
-// An instance that is analysed in a host of this kind, with nothing to complain of.
-class Analyzed {
- public:
+// An instance that is analysed in a host of this kind.
+struct Analyzed : Scene {
   explicit Analyzed(const Oddity& oddity, Depth depth = Depth::bits8,
                     Role role = Role::afterEffects)
-      : footage(flickeringFootage(kWidth, kHeight, kFrames, depth)),
-        visit(role, {13, 14}, optionsOf(oddity)),
-        fx((visit.host().setListener(&listener), visit.effect()), footage) {
-    fx.param("Number of smoothing frames").set(1);
-    fx.press("Analyze");
+      : Scene(kSize, depth, role, optionsOf(oddity)) {
+    analyzeSmoothing(1);
   }
-  ~Analyzed() { EXPECT_EQ(listener.complaints(), ""); }
-
-  RecordingListener listener;
-  TestFootage footage;
-  Visit visit;
-  Instance fx;
 };
-
-void expectSame(const Image& a, const Image& b) {
-  ASSERT_EQ(a.width(), b.width());
-  ASSERT_EQ(a.height(), b.height());
-  for (std::int32_t y = 0; y < a.height(); ++y) {
-    ASSERT_EQ(std::memcmp(a.row(y), b.row(y),
-                          static_cast<std::size_t>(a.width() * host::pixelBytes(a.depth()))),
-              0)
-        << "row " << y;
-  }
-}
 
 class OddHost : public ::testing::TestWithParam<Oddity> {};
 
@@ -189,19 +168,15 @@ TEST(Time, MayChangeItsMeaning) {
 TEST(Worker, MayBeRefusedEveryCall) {
   host::HostOptions options;
   options.stress.callerThreadOnly = true;
-  Visit visit{Role::premiere, {13, 4}, options};
-  RecordingListener listener;
-  visit.host().setListener(&listener);
-  TestFootage footage = flickeringFootage(kWidth, kHeight, kFrames, Depth::bits8);
-  Instance fx{visit.effect(), footage};
-  fx.press("Analyze");
-  const SavedData saved = savedData(fx);
+  Scene scene{kSize, Depth::bits8, Role::premiere, options, {13, 4}};
+  scene.fx.press("Analyze");
+  const SavedData saved = savedData(scene.fx);
   for (std::int32_t i = 0; i < kFrames; ++i) EXPECT_FALSE(saved.analyzed(i));
   Image out;
-  fx.render(1, Depth::bits8, out, RenderPath::classic);
-  EXPECT_NE(listener.complaints().find("a thread that the host did not call on"),
+  scene.fx.render(1, Depth::bits8, out, RenderPath::classic);
+  EXPECT_NE(scene.listener.complaints().find("a thread that the host did not call on"),
             std::string::npos);
-  visit.host().setListener(nullptr);
+  scene.listener.forget();
 }
 
 }  // namespace

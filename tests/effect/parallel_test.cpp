@@ -1,7 +1,6 @@
 // tests/effect/parallel_test.cpp — copies render different frames at the same time, all alike.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <thread>
 
 #include "tests/effect/test_footage.h"
@@ -12,15 +11,6 @@ namespace {
 using host::Depth;
 using host::Image;
 using host::Instance;
-
-void expectSame(const Image& a, const Image& b, std::int32_t frame) {
-  for (std::int32_t y = 0; y < a.height(); ++y) {
-    ASSERT_EQ(std::memcmp(a.row(y), b.row(y),
-                          static_cast<std::size_t>(a.width() * host::pixelBytes(a.depth()))),
-              0)
-        << "frame " << frame << " row " << y;
-  }
-}
 
 TEST(RenderCopies, AgreeWhateverTheyRenderedBefore) {
   constexpr std::int32_t kFrames = 24;
@@ -55,7 +45,8 @@ TEST(RenderCopies, AgreeWhateverTheyRenderedBefore) {
     for (std::thread& thread : threads) thread.join();
     for (std::int32_t i = 0; i < kFrames; ++i) {
       const auto n = static_cast<std::size_t>(i);
-      expectSame(alone[n], together[n], i);
+      SCOPED_TRACE(i);
+      expectSame(alone[n], together[n]);
     }
   }
 }

@@ -6,8 +6,7 @@
 
 #include "host/error.h"
 #include "tests/effect/reference_model.h"
-#include "tests/effect/test_footage.h"
-#include "tests/host/recording_listener.h"
+#include "tests/effect/scene.h"
 
 namespace effect_test {
 namespace {
@@ -21,6 +20,7 @@ using host::Role;
 constexpr std::int32_t kWidth = 120;
 constexpr std::int32_t kHeight = 80;
 constexpr std::int32_t kFrames = 10;
+constexpr FootageSize kSize{kWidth, kHeight, kFrames};
 constexpr std::size_t kAnalysisComplete = 97;
 constexpr std::size_t kRefreshPending = 100;
 constexpr std::size_t kStatusText = 357;
@@ -99,22 +99,16 @@ TEST(Premiere, AnalyzesOnAThreadOfItsOwnBehindADialog) {
 }
 
 TEST(Premiere, KeepsTheFramesAnalyzedBeforeACancel) {
-  TestFootage footage = flickeringFootage(kWidth, kHeight, kFrames, Depth::bits8);
-  Visit visit{Role::premiere};
-  RecordingListener listener;
-  visit.host().setListener(&listener);
-  {
-    Instance fx{visit.effect(), footage};
-    listener.stopAtStep = 7;  // the text of the third frame
-    EXPECT_THROW(fx.press("Analyze"), host::Cancelled);
-    const SavedData saved = savedData(fx);
-    for (std::int32_t i = 0; i < kFrames; ++i) EXPECT_EQ(saved.analyzed(i), i < 3) << i;
-    EXPECT_EQ(saved.byteAt(kAnalysisComplete), 0);
-    EXPECT_EQ(saved.byteAt(kRefreshPending), 0);
-    // Targets are computed all the same: frames without a level have none.
-    EXPECT_GT(saved.level(2, 0), 0.0);
-    EXPECT_EQ(listener.statusLines.back().second, "Termination Initiated..");
-  }
+  Scene scene{kSize, Depth::bits8, Role::premiere};
+  scene.listener.stopAtStep = 7;  // the text of the third frame
+  EXPECT_THROW(scene.fx.press("Analyze"), host::Cancelled);
+  const SavedData saved = savedData(scene.fx);
+  for (std::int32_t i = 0; i < kFrames; ++i) EXPECT_EQ(saved.analyzed(i), i < 3) << i;
+  EXPECT_EQ(saved.byteAt(kAnalysisComplete), 0);
+  EXPECT_EQ(saved.byteAt(kRefreshPending), 0);
+  // Targets are computed all the same: frames without a level have none.
+  EXPECT_GT(saved.level(2, 0), 0.0);
+  EXPECT_EQ(scene.listener.statusLines.back().second, "Termination Initiated..");
 }
 
 TEST(Premiere, AThrowingFrameSourceEndsTheRunAndReachesTheCaller) {
@@ -138,15 +132,12 @@ TEST(Premiere, AThrowingFrameSourceEndsTheRunAndReachesTheCaller) {
 }
 
 std::vector<Image> pictures(Role role, RenderPath path, int method) {
-  TestFootage footage = flickeringFootage(kWidth, kHeight, kFrames, Depth::bits8);
-  Visit visit{role};
+  Scene scene{kSize, Depth::bits8, role};
   std::vector<Image> images;
-  Instance fx{visit.effect(), footage};
-  fx.param("Number of smoothing frames").set(2);
-  fx.param("Correction method").set(method);
-  fx.press("Analyze");
+  scene.fx.param("Correction method").set(method);
+  scene.analyzeSmoothing(2);
   for (std::int32_t i = 0; i < kFrames; ++i) {
-    fx.render(i, Depth::bits8, images.emplace_back(), path);
+    scene.fx.render(i, Depth::bits8, images.emplace_back(), path);
   }
   return images;
 }
@@ -157,42 +148,33 @@ TEST(Premiere, GivesThePictureOfAfterEffects) {
     for (const RenderPath path : {RenderPath::classic, RenderPath::smart}) {
       const auto there = pictures(Role::afterEffects, path, method);
       for (std::size_t i = 0; i < here.size(); ++i) {
-        for (std::int32_t y = 0; y < kHeight; ++y) {
-          ASSERT_EQ(std::memcmp(here[i].row(y), there[i].row(y), kWidth * 4), 0)
-              << "method " << method << " frame " << i << " row " << y;
-        }
+        SCOPED_TRACE(testing::Message() << "method " << method << " frame " << i);
+        expectSame(here[i], there[i]);
       }
     }
   }
 }
 
 TEST(Premiere, RendersAgainWhatWasSaved) {
-  TestFootage footage = flickeringFootage(kWidth, kHeight, kFrames, Depth::bits8);
-  Visit visit{Role::premiere};
-  Instance fx{visit.effect(), footage};
-  fx.press("Analyze");
-  Instance again = Instance::open(visit.effect(), footage, fx.save());
+  Scene scene{kSize, Depth::bits8, Role::premiere};
+  scene.fx.press("Analyze");
+  Instance again = Instance::open(scene.visit.effect(), scene.footage, scene.fx.save());
   for (std::int32_t i = 0; i < kFrames; ++i) {
     Image first;
     Image second;
-    fx.render(i, Depth::bits8, first, RenderPath::classic);
+    scene.fx.render(i, Depth::bits8, first, RenderPath::classic);
     again.render(i, Depth::bits8, second, RenderPath::classic);
-    for (std::int32_t y = 0; y < kHeight; ++y) {
-      ASSERT_EQ(std::memcmp(first.row(y), second.row(y), kWidth * 4), 0) << i;
-    }
+    SCOPED_TRACE(i);
+    expectSame(first, second);
   }
 }
 
 TEST(AnyOtherHost, IsServedWithoutAnalysis) {
-  TestFootage footage = flickeringFootage(kWidth, kHeight, kFrames, Depth::bits8);
-  Visit visit{Role::other};
-  RecordingListener listener;
-  visit.host().setListener(&listener);
-  Instance fx{visit.effect(), footage};
-  fx.press("Analyze");
-  EXPECT_TRUE(listener.steps.empty());
-  EXPECT_FALSE(savedData(fx).analyzed(0));
-  EXPECT_EQ(fx.param("Needs Analyze").value(), 1.0);
+  Scene scene{kSize, Depth::bits8, Role::other};
+  scene.fx.press("Analyze");
+  EXPECT_TRUE(scene.listener.steps.empty());
+  EXPECT_FALSE(savedData(scene.fx).analyzed(0));
+  EXPECT_EQ(scene.fx.param("Needs Analyze").value(), 1.0);
 }
 
 constexpr const char* kTooOld =
@@ -229,24 +211,20 @@ INSTANTIATE_TEST_SUITE_P(All, AfterEffectsVersion,
 
 TEST(Premiere, BelowNineAnswersControlsWithAMessage) {
   for (const std::uint32_t major : {8u, 9u}) {
-    TestFootage footage = flickeringFootage(kWidth, kHeight, 3, Depth::bits8);
     host::HostOptions options;
     options.appInfo[0] = major;
-    Visit visit{Role::premiere, {13, 4}, options};
-    RecordingListener listener;
-    visit.host().setListener(&listener);
-    Instance fx{visit.effect(), footage};
-    const std::size_t before = listener.shown().size();
-    fx.press("Analyze");
+    Scene scene{{kWidth, kHeight, 3}, Depth::bits8, Role::premiere, options, {13, 4}};
+    const std::size_t before = scene.listener.shown().size();
+    scene.fx.press("Analyze");
     const bool old = major < 9;
-    ASSERT_EQ(listener.shown().size() - before, old ? 1u : 0u) << major;
-    EXPECT_EQ(savedData(fx).analyzed(0), !old);
+    ASSERT_EQ(scene.listener.shown().size() - before, old ? 1u : 0u) << major;
+    EXPECT_EQ(savedData(scene.fx).analyzed(0), !old);
     if (!old) continue;
-    EXPECT_EQ(listener.shown().back().caption, "Varilum4");
-    EXPECT_EQ(listener.shown().back().text,
+    EXPECT_EQ(scene.listener.shown().back().caption, "Varilum4");
+    EXPECT_EQ(scene.listener.shown().back().text,
               "Varilum4 plugin requires Premiere Pro or After Effects CC 2015\n"
               "Please use Varilum3 instead");
-    EXPECT_EQ(fx.param("Needs Analyze").value(), 0.0);
+    EXPECT_EQ(scene.fx.param("Needs Analyze").value(), 0.0);
   }
 }
 

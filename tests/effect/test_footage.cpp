@@ -12,6 +12,18 @@ namespace effect_test {
 using host::Depth;
 using host::Image;
 
+void expectSame(const host::Image& a, const host::Image& b) {
+  ASSERT_EQ(a.width(), b.width());
+  ASSERT_EQ(a.height(), b.height());
+  ASSERT_EQ(a.depth(), b.depth());
+  for (std::int32_t y = 0; y < a.height(); ++y) {
+    ASSERT_EQ(std::memcmp(a.row(y), b.row(y),
+                          static_cast<std::size_t>(a.width() * host::pixelBytes(a.depth()))),
+              0)
+        << "row " << y;
+  }
+}
+
 double white(Depth depth) {
   return depth == Depth::bits8 ? 255.0 : depth == Depth::bits16 ? 32768.0 : 1.0;
 }

@@ -20,6 +20,9 @@ struct Pixel {
 Pixel getPixel(const host::Image& image, std::int32_t x, std::int32_t y);
 void setPixel(host::Image& image, std::int32_t x, std::int32_t y, const Pixel& pixel);
 
+// Size, depth and every byte of every row.
+void expectSame(const host::Image& a, const host::Image& b);
+
 // White in the depth's own units.
 double white(host::Depth depth);
 
