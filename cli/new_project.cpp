@@ -1,10 +1,31 @@
 // cli/new_project.cpp — the project of a clip as it lies on the workbench.
 #include "cli/new_project.h"
 
+#include <cstddef>
+#include <cstring>
+#include <vector>
+
 #include "cli/commands.h"
 #include "cli/fingerprint.h"
+#include "stats/flat_image.h"
 
 namespace cli {
+namespace {
+
+// The effect's image has its header as it was in memory, with where its arrays lay then. No reader
+// looks at that, and it would make every file another one.
+void clearAddresses(std::vector<std::byte>& image) {
+  using State = varilum::SequenceState;
+  if (!varilum::readFlatImage(image)) return;
+  for (const std::size_t offset :
+       {offsetof(State, frameStats), offsetof(State, histogramCache),
+        offsetof(State, inputLuminance), offsetof(State, inputSpread),
+        offsetof(State, desiredLuminance), offsetof(State, desiredSpread)}) {
+    std::memset(image.data() + offset, 0, sizeof(varilum::StoredHandle));
+  }
+}
+
+}  // namespace
 
 Project newProject(Workbench& bench, const ClipOptions& clip, const std::filesystem::path& path) {
   namespace fs = std::filesystem;
@@ -22,6 +43,7 @@ Project newProject(Workbench& bench, const ClipOptions& clip, const std::filesys
   for (std::size_t i = 0; i < bench.shotCount(); ++i) {
     Shot& shot = bench.shot(i);
     project.shots.push_back({shot.found(), shot.instance().save()});
+    clearAddresses(project.shots.back().effect.sequenceData);
   }
   return project;
 }

@@ -1,7 +1,11 @@
 // tests/cli/project_test.cpp — analysing and rendering apart give what deflickering at once gives.
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "tests/cli/program.h"
@@ -68,6 +72,25 @@ TEST_F(Project, RendersWhatDeflickerRenders) {
     EXPECT_EQ(rendered(), expected) << "settings kept in the project";
     analyze();
     EXPECT_EQ(rendered(options), expected) << "settings given while rendering";
+  }
+}
+
+TEST_F(Project, IsTheSameFileEachTimeItIsMade) {
+  const auto bytes = [this] {
+    std::ifstream file(project_, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  };
+  analyze();
+  const std::string first = bytes();
+  analyze({"--threads", "1"});
+  EXPECT_EQ(bytes(), first);
+  // Where memory lay may be the same each time, too.
+  std::uint32_t headerBytes = 0;
+  ASSERT_GT(first.size(), 40U);
+  std::memcpy(&headerBytes, first.data() + 12, sizeof(headerBytes));
+  ASSERT_GT(first.size(), 40 + headerBytes + 84);
+  for (const std::size_t handle : {28U, 40U, 52U, 60U, 68U, 76U}) {
+    EXPECT_EQ(first.substr(40 + headerBytes + handle, 8), std::string(8, '\0')) << handle;
   }
 }
 
