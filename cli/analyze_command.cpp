@@ -40,12 +40,12 @@ void run(const AnalyzeOptions& options) {
   Workbench bench(options.clip, options.work, console);
   bench.analyze(options.effect, options.shots);
   reportFindings(bench.found(), console);
+  const double flicker = figuresOf(bench.levels().input, bench.found()).flicker;
   const Project project = newProject(bench, options.clip, options.project);
   writeProject(options.project, project, options.force);
   for (const std::string& warning : bench.source().reader().warnings()) console.warn(warning);
 
   const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
-  const double flicker = figuresOf(bench.levels().input, bench.found()).flicker;
   if (console.json()) {
     const nlohmann::ordered_json line{{"event", "done"},
                                       {"output", options.project},

@@ -88,6 +88,7 @@ class Job {
   void write(media::ClipWriter& writer, std::string_view phase,
              const std::function<void(const RenderedFrame&)>& observe) {
     result_.frames.clear();
+    result_.frames.reserve(static_cast<std::size_t>(plan_.last - plan_.first + 1));
     Progress& progress = console_.progress();
     progress.begin(std::string(phase), plan_.last - plan_.first + 1);
     renderFrames(bench_.source(), plan_, [&](RenderedFrame& frame) {
@@ -107,7 +108,8 @@ class Job {
 
  private:
   struct Prepared {
-    Levels levels;  // one a picture
+    std::vector<double> input;  // levels, one a picture
+    std::vector<double> desired;
     LevelArea area;
     bool followed = false;  // the user set its levels one by one
     bool warned = false;
@@ -121,7 +123,8 @@ class Job {
     ShotResult result;
     result.found = shot.found();
     result.settings = readSettings(shot.instance());
-    Prepared prepared{shot.levels(), areaOf(result.settings),
+    Levels levels = shot.levels();
+    Prepared prepared{std::move(levels.input), std::move(levels.desired), areaOf(result.settings),
                       result.settings.keyframes && !isCurve(bench_.target()), false};
     plan_.parts.push_back(
         {&shot.instance(), choosePath(result.settings, depth, bench_.host().role())});
@@ -133,7 +136,7 @@ class Job {
   // correction on and would use that of whichever it rendered before.
   bool isCorrected(std::size_t shot, std::int32_t picture) const {
     return !result_.shots[shot].passedThrough &&
-           shots_[shot].levels.input[static_cast<std::size_t>(picture)] > 0.0;
+           shots_[shot].input[static_cast<std::size_t>(picture)] > 0.0;
   }
 
   FrameRoute route(std::int64_t frame) const {
@@ -157,7 +160,7 @@ class Job {
     result.input = frame.inputLevel;
     result.output = frame.outputLevel;
     result.target = isCorrected(result.shot, picture)
-                        ? shots_[result.shot].levels.desired[static_cast<std::size_t>(picture)]
+                        ? shots_[result.shot].desired[static_cast<std::size_t>(picture)]
                         : frame.inputLevel;
     result.original = found.frames.frameOf(picture);
     result.untouched = frame.untouched;

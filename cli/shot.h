@@ -1,6 +1,7 @@
 // cli/shot.h — a shot on the workbench: its layer, and the effect applied to it.
 #pragma once
 
+#include <deque>
 #include <utility>
 #include <vector>
 
@@ -36,7 +37,7 @@ class Shot {
 
   /// Of each picture, over the rectangle that the user asks for; bars are among it. Empty when the
   /// pictures were not looked at in this run.
-  std::vector<footage::LuminanceQuantiles> light;
+  std::deque<footage::LuminanceQuantiles> light;
 
  private:
   ShotFindings found_;

@@ -72,7 +72,7 @@ class ShotFinder::OpenShot {
   footage::MatteFinder matte_;
   footage::OutlierFinder outliers_;
   std::vector<std::int64_t> duplicates_;
-  std::vector<footage::LuminanceQuantiles> light_;
+  std::deque<footage::LuminanceQuantiles> light_;
 };
 
 ShotFinder::ShotFinder(const ShotOptions& options, std::vector<std::int64_t> cuts)

@@ -32,7 +32,7 @@ struct ShotFindings {
 /// What is only needed until the shot is rendered comes beside its findings.
 struct FoundShot {
   ShotFindings findings;
-  std::vector<footage::LuminanceQuantiles> light;  ///< of each picture
+  std::deque<footage::LuminanceQuantiles> light;  ///< of each picture
 };
 
 /// Takes a clip apart into shots while its frames are looked at, in order. Of each frame it keeps

@@ -37,8 +37,8 @@ Instance::Instance(Effect& effect, FrameSource& layer)
 
 Instance::Instance(std::unique_ptr<InstanceState> state) : state_(std::move(state)) {}
 
-Instance Instance::open(Effect& effect, FrameSource& layer, const SavedInstance& saved) {
-  return Instance(std::make_unique<InstanceState>(effect.state(), layer, saved));
+Instance Instance::open(Effect& effect, FrameSource& layer, SavedInstance saved) {
+  return Instance(std::make_unique<InstanceState>(effect.state(), layer, std::move(saved)));
 }
 
 Instance::~Instance() = default;

@@ -118,7 +118,7 @@ class Instance {
  public:
   Instance(Effect& effect, FrameSource& layer);
   // Opens saved data. Parameters are matched by id; missing ones get their defaults.
-  static Instance open(Effect& effect, FrameSource& layer, const SavedInstance& saved);
+  static Instance open(Effect& effect, FrameSource& layer, SavedInstance saved);
   ~Instance();
   Instance(Instance&&) noexcept;
 

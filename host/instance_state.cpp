@@ -1,6 +1,8 @@
 // host/instance_state.cpp — edits, and keeping the two copies in step.
 #include "host/instance_state.h"
 
+#include <utility>
+
 #include "host/error.h"
 #include "host/saved_values.h"
 
@@ -12,13 +14,13 @@ InstanceState::InstanceState(EffectState& itsEffect, FrameSource& layer)
   begin();
 }
 
-InstanceState::InstanceState(EffectState& itsEffect, FrameSource& layer, const SavedInstance& saved)
+InstanceState::InstanceState(EffectState& itsEffect, FrameSource& layer, SavedInstance saved)
     : effect(itsEffect), ui(effect, layer, ParameterStore(effect, layer.info()), false) {
   loadAll(ui, saved.parameters);
   if (saved.sequenceData.empty()) {
     ui.setUp();
   } else {
-    ui.resetUp(saved.sequenceData);
+    ui.resetUp(std::move(saved.sequenceData));
   }
   begin();
 }

@@ -17,7 +17,7 @@ class InstanceState {
   // Applies the effect to the layer.
   InstanceState(EffectState& effect, FrameSource& layer);
   // Opens a saved instance.
-  InstanceState(EffectState& effect, FrameSource& layer, const SavedInstance& saved);
+  InstanceState(EffectState& effect, FrameSource& layer, SavedInstance saved);
 
   // As a user does it: the store changes, then the effect hears of it. time: of the edit.
   void edit(std::int32_t index, std::int32_t time, const std::function<void()>& change);

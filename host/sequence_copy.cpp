@@ -68,9 +68,10 @@ void SequenceCopy::setUp() {
   command.require(result, "be applied to the layer");
 }
 
-void SequenceCopy::resetUp(const std::vector<std::byte>& flat) {
+void SequenceCopy::resetUp(std::vector<std::byte> flat) {
   // Of an effect that keeps nothing, there is nothing to hand back.
   if (!flat.empty()) sequenceData = createHandle(effect.state, flat);
+  std::vector<std::byte>().swap(flat);  // the effect is about to need as much again
   Command command(effect, this, PF_Cmd_SEQUENCE_RESETUP);
   if (renderOnly) command.in.in_flags = PF_InFlag_PROJECT_IS_RENDER_ONLY;
   if (!effect.state.options.stress.withoutParams) command.giveParams();

@@ -28,7 +28,7 @@ class SequenceCopy {
   // SEQUENCE_SETUP, or RESETUP with a flat image (empty: with none). Throws when the effect
   // refuses.
   void setUp();
-  void resetUp(const std::vector<std::byte>& flat);
+  void resetUp(std::vector<std::byte> flat);
 
   // The flat image: GET_FLATTENED where effect and host know it, else FLATTEN and RESETUP.
   std::vector<std::byte> flatten();

@@ -81,6 +81,8 @@ void FrameIndex::takeFrames(InputFile& input, const ReadOptions& options) {
 // Gives every frame a time after the one before, and a duration that reaches the next.
 void FrameIndex::finish(const AVStream& stream, const ReadOptions& options) {
   if (entries_.empty()) return;
+  entries_.shrink_to_fit();
+  keys_.shrink_to_fit();
   if (!timed_) {
     keys_.clear();
     AVRational rate = av_guess_frame_rate(nullptr, const_cast<AVStream*>(&stream), nullptr);
