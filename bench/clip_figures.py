@@ -5,7 +5,8 @@ import subprocess
 
 WINDOW = 15
 SAME = 100.0  # dB that stand for no difference at all
-SAMPLE = (320, 180)  # a frame is averaged down to this before its luminance is taken
+SAMPLE = (320, 180)  # a frame is averaged down to this before its luma is taken
+BLACK, WHITE = 16, 235
 
 
 class Problem(Exception):
@@ -20,22 +21,37 @@ def output_of(*command):
     return done
 
 
-def levels_of(clip):
-    """Mean luminance of every frame, 0..255."""
-    width, height = SAMPLE
+def frames_of(clip, filters, size):
+    """Frames of the clip behind ffmpeg's filters, as bytes."""
     command = ["ffmpeg", "-v", "error", "-i", clip, "-map", "0:v:0", "-vsync", "passthrough", "-vf",
-               f"scale={width}:{height}:flags=area,format=rgb24", "-f", "rawvideo", "-"]
-    size = width * height
-    levels = []
+               filters, "-f", "rawvideo", "-"]
+    count = 0
     with subprocess.Popen(command, stdout=subprocess.PIPE) as reader:
-        while frame := reader.stdout.read(3 * size):
-            if len(frame) < 3 * size:
+        while frame := reader.stdout.read(size):
+            if len(frame) < size:
                 raise Problem(f"{clip} ends within a frame")
-            levels.append((0.3 * sum(frame[0::3]) + 0.59 * sum(frame[1::3])
-                           + 0.11 * sum(frame[2::3])) / size)
-    if reader.returncode != 0 or not levels:
+            count += 1
+            yield frame
+    if reader.returncode != 0 or not count:
         raise Problem(f"{clip} cannot be read")
-    return levels
+
+
+def levels_of(clip, filters=""):
+    """Mean luma of every frame, 0 at black to 255 at white, of the clip behind ffmpeg's filters."""
+    width, height = SAMPLE
+    chain = (filters + "," if filters else "") + (
+        f"scale={width}:{height}:flags=area,format=yuv420p,extractplanes=y")
+    size = width * height
+    return [(sum(frame) / size - BLACK) * 255 / (WHITE - BLACK)
+            for frame in frames_of(clip, chain, size)]
+
+
+def channel_levels_of(clip):
+    """Mean red, green and blue of every frame, 0..255."""
+    width, height = SAMPLE
+    size = width * height
+    return [[sum(frame[c::3]) / size for c in range(3)] for frame in
+            frames_of(clip, f"scale={width}:{height}:flags=area,format=rgb24", 3 * size)]
 
 
 def flicker_of(levels):
