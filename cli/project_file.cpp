@@ -3,11 +3,13 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <fstream>
-#include <memory>
 #include <span>
+#include <utility>
+#include <vector>
 
 #include "cli/crc32.h"
 #include "cli/error.h"
@@ -45,32 +47,50 @@ std::uint32_t ownSum(const Preamble& preamble) {
       fmt::format("The project {} is damaged ({}); analyse the clip again.", path.string(), why));
 }
 
-struct FileBytes {
-  std::unique_ptr<std::byte[]> data;
-  std::size_t size = 0;
-};
+// A file read from its front to its end.
+class FileReader {
+ public:
+  explicit FileReader(const std::filesystem::path& path) : path_(path) {
+    std::error_code error;
+    if (!std::filesystem::exists(path, error)) {
+      throw Failure(fmt::format("There is no file {}; check the name.", path.string()));
+    }
+    if (!std::filesystem::is_regular_file(path, error)) {
+      throw Failure(fmt::format("{} is not a file; give a .varilum project.", path.string()));
+    }
+    left_ = std::filesystem::file_size(path, error);
+    in_.open(path, std::ios::binary);
+    if (error || !in_) {
+      throw Failure(fmt::format("{} cannot be read; check its permissions.", path.string()));
+    }
+  }
 
-FileBytes readAll(const std::filesystem::path& path) {
-  std::error_code error;
-  if (!std::filesystem::exists(path, error)) {
-    throw Failure(fmt::format("There is no file {}; check the name.", path.string()));
+  std::uint64_t left() const noexcept { return left_; }
+
+  // At most left().
+  std::vector<std::byte> take(std::uint64_t count) {
+    // Piece by piece, since a vector would clear all of it first, and an analysis may be large.
+    constexpr std::uint64_t kPiece = std::uint64_t{1} << 18;
+    std::vector<std::byte> piece(static_cast<std::size_t>(std::min(kPiece, count)));
+    std::vector<std::byte> bytes;
+    bytes.reserve(static_cast<std::size_t>(count));
+    while (bytes.size() < count) {
+      const auto wanted =
+          static_cast<std::ptrdiff_t>(std::min<std::uint64_t>(kPiece, count - bytes.size()));
+      if (!in_.read(reinterpret_cast<char*>(piece.data()), wanted)) {
+        throw Failure(fmt::format("{} could not be read to its end.", path_.string()));
+      }
+      bytes.insert(bytes.end(), piece.begin(), piece.begin() + wanted);
+    }
+    left_ -= count;
+    return bytes;
   }
-  if (!std::filesystem::is_regular_file(path, error)) {
-    throw Failure(fmt::format("{} is not a file; give a .varilum project.", path.string()));
-  }
-  const auto size = std::filesystem::file_size(path, error);
-  std::ifstream in(path, std::ios::binary);
-  if (error || !in) {
-    throw Failure(fmt::format("{} cannot be read; check its permissions.", path.string()));
-  }
-  // Not cleared before it is filled: an analysis may be large.
-  FileBytes bytes{std::make_unique_for_overwrite<std::byte[]>(size), size};
-  in.read(reinterpret_cast<char*>(bytes.data.get()), static_cast<std::streamsize>(size));
-  if (static_cast<std::uintmax_t>(in.gcount()) != size) {
-    throw Failure(fmt::format("{} could not be read to its end.", path.string()));
-  }
-  return bytes;
-}
+
+ private:
+  const std::filesystem::path& path_;
+  std::ifstream in_;
+  std::uint64_t left_ = 0;
+};
 
 }  // namespace
 
@@ -95,16 +115,16 @@ void writeProject(const std::filesystem::path& path, const Project& project, boo
 }
 
 Project readProject(const std::filesystem::path& path) {
-  const FileBytes file = readAll(path);
-  const std::span<const std::byte> bytes(file.data.get(), file.size);
+  FileReader file(path);
+  const std::vector<std::byte> start =
+      file.take(std::min<std::uint64_t>(file.left(), sizeof(Preamble)));
   Preamble preamble{};
-  if (bytes.size() >= sizeof(kMagic)) std::memcpy(&preamble, bytes.data(), sizeof(kMagic));
+  std::memcpy(&preamble, start.data(), start.size());
   if (preamble.magic != kMagic) {
     throw Failure(fmt::format("{} is not a Varilum4 project; make one with 'varilum4 analyze'.",
                               path.string()));
   }
-  if (bytes.size() < sizeof(Preamble)) damaged(path, "it ends too early");
-  std::memcpy(&preamble, bytes.data(), sizeof(Preamble));
+  if (start.size() < sizeof(Preamble)) damaged(path, "it ends too early");
   if (preamble.ownSum != ownSum(preamble)) damaged(path, "its beginning was changed");
   if (preamble.version > kVersion) {
     throw Failure(
@@ -112,7 +132,7 @@ Project readProject(const std::filesystem::path& path) {
                     "update, or analyse the clip again.",
                     path.string()));
   }
-  const std::uint64_t rest = bytes.size() - sizeof(Preamble);
+  const std::uint64_t rest = file.left();
   if (preamble.version == 0 || preamble.headerBytes > kMostHeaderBytes) {
     damaged(path, "its beginning makes no sense");
   }
@@ -120,15 +140,14 @@ Project readProject(const std::filesystem::path& path) {
     damaged(path, "it ends too early");
   }
   if (preamble.dataBytes != rest - preamble.headerBytes) damaged(path, "it is too long");
-  const std::span body = bytes.subspan(sizeof(Preamble));
-  const auto header = body.first(preamble.headerBytes);
-  const auto data = body.subspan(preamble.headerBytes);
+  const std::vector<std::byte> header = file.take(preamble.headerBytes);
   if (crc32(header) != preamble.headerSum) damaged(path, "its settings were changed");
+  std::vector<std::byte> data = file.take(preamble.dataBytes);
   if (crc32(data) != preamble.dataSum) damaged(path, "its analysis was changed");
 
   const char* text = reinterpret_cast<const char*>(header.data());
   try {
-    return projectFrom({text, header.size()}, preamble.version, data);
+    return projectFrom({text, header.size()}, preamble.version, std::move(data));
   } catch (const std::exception&) {
     damaged(path, "its settings make no sense");
   }

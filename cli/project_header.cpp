@@ -177,8 +177,29 @@ ShotFrames framesFrom(const json& value) {
           std::move(duplicates)};
 }
 
+// The sequence data of all shots. A single one gets them without a copy.
+class ShotData {
+ public:
+  explicit ShotData(std::vector<std::byte> all) : all_(std::move(all)), left_(all_.size()) {}
+
+  std::size_t left() const noexcept { return left_; }
+
+  // The next ones; at most left().
+  std::vector<std::byte> take(std::size_t count) {
+    const bool isAll = count == all_.size();
+    const auto next = all_.end() - static_cast<std::ptrdiff_t>(left_);
+    left_ -= count;
+    return isAll ? std::move(all_)
+                 : std::vector<std::byte>(next, next + static_cast<std::ptrdiff_t>(count));
+  }
+
+ private:
+  std::vector<std::byte> all_;
+  std::size_t left_;
+};
+
 // Takes a shot and its part off the front of the data.
-ProjectShot shotFrom(const json& value, const Project& project, std::span<const std::byte>& data) {
+ProjectShot shotFrom(const json& value, const Project& project, ShotData& data) {
   ProjectShot shot;
   ShotFindings& found = shot.found;
   found.frames = framesFrom(value);
@@ -188,13 +209,12 @@ ProjectShot shotFrom(const json& value, const Project& project, std::span<const 
   if (value.contains("matte")) found.matte = matteFrom(value["matte"], project.fingerprint);
   shot.effect.parameters = parametersFrom(value.at("parameters"));
   const auto bytes = whole<std::uint64_t>(value.at("dataBytes"));
-  if (bytes > data.size()) throw std::invalid_argument("more data than there are");
-  shot.effect.sequenceData.assign(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(bytes));
-  data = data.subspan(bytes);
+  if (bytes > data.left()) throw std::invalid_argument("more data than there are");
+  shot.effect.sequenceData = data.take(static_cast<std::size_t>(bytes));
   return shot;
 }
 
-void takeShots(const json& list, std::span<const std::byte> data, Project& project) {
+void takeShots(const json& list, ShotData data, Project& project) {
   std::int64_t next = 0;
   for (const json& entry : list) {
     project.shots.push_back(shotFrom(entry, project, data));
@@ -202,7 +222,7 @@ void takeShots(const json& list, std::span<const std::byte> data, Project& proje
     if (frames.first() != next) throw std::invalid_argument("a gap between shots");
     next = frames.last() + 1;
   }
-  if (next != project.layerFrames || !data.empty()) {
+  if (next != project.layerFrames || data.left() > 0) {
     throw std::invalid_argument("the shots do not add up");
   }
 }
@@ -243,7 +263,7 @@ std::string projectHeader(const Project& project) {
 }
 
 Project projectFrom(std::string_view text, std::uint32_t version,
-                    std::span<const std::byte> sequenceData) {
+                    std::vector<std::byte> sequenceData) {
   const json header = json::parse(text);
   const json& effect = header.at("effect");
   Project project;
@@ -258,13 +278,13 @@ Project projectFrom(std::string_view text, std::uint32_t version,
   }
   if (version > 1) {
     project.target = toText(targetFromProject(header.at("target").get<std::string>()));
-    takeShots(header.at("shots"), sequenceData, project);
+    takeShots(header.at("shots"), ShotData(std::move(sequenceData)), project);
     return project;
   }
   ProjectShot only;
   only.found.frames = ShotFrames(0, project.layerFrames);
   only.effect.parameters = parametersFrom(effect.at("parameters"));
-  only.effect.sequenceData.assign(sequenceData.begin(), sequenceData.end());
+  only.effect.sequenceData = std::move(sequenceData);
   project.shots.push_back(std::move(only));
   return project;
 }

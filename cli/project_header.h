@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/project_file.h"
 
@@ -18,6 +18,6 @@ std::string projectHeader(const Project& project);
 /// the container's, at least 1. Throws std::exception when anything is missing, of another type,
 /// out of range, or does not fit the rest.
 Project projectFrom(std::string_view header, std::uint32_t version,
-                    std::span<const std::byte> sequenceData);
+                    std::vector<std::byte> sequenceData);
 
 }  // namespace cli
