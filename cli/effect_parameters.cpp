@@ -170,6 +170,12 @@ EffectSettings readSettings(host::Instance& instance) {
   return settings;
 }
 
+host::RenderPath renderPath(const EffectSettings& settings, host::Depth depth, host::Role role) {
+  const bool acts = settings.adjustClipping && settings.correctionMethod != kCorrectGamma &&
+                    depth == host::Depth::bits8;
+  return acts || role == host::Role::premiere ? host::RenderPath::classic : host::RenderPath::smart;
+}
+
 void warnOfIdleOptions(const EffectOptions& options, const EffectSettings& settings,
                        Console& console) {
   if (!options.luminance.empty() && !settings.keyframes) {

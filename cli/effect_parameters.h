@@ -45,6 +45,10 @@ struct EffectSettings {
 };
 EffectSettings readSettings(host::Instance& instance);
 
+/// How frames are rendered with these settings: "Adjust for clipping" works in the classic render
+/// at 8 bits alone, and one of the hosts knows no other.
+host::RenderPath renderPath(const EffectSettings& settings, host::Depth depth, host::Role role);
+
 /// Says which of the options given cannot act together with the others.
 void warnOfIdleOptions(const EffectOptions& options, const EffectSettings& settings,
                        Console& console);

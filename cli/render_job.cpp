@@ -17,13 +17,6 @@
 namespace cli {
 namespace {
 
-// "Adjust for clipping" works in the classic render at 8 bits alone.
-host::RenderPath choosePath(const EffectSettings& settings, host::Depth depth, host::Role role) {
-  const bool acts = settings.adjustClipping && settings.correctionMethod != kCorrectGamma &&
-                    depth == host::Depth::bits8;
-  return acts || role == host::Role::premiere ? host::RenderPath::classic : host::RenderPath::smart;
-}
-
 void warnOfIdleClipping(const EffectSettings& settings, host::Depth depth, Console& console) {
   if (!settings.adjustClipping) return;
   if (settings.correctionMethod == kCorrectGamma) {
@@ -127,7 +120,7 @@ class Job {
     Prepared prepared{std::move(levels.input), std::move(levels.desired), areaOf(result.settings),
                       result.settings.keyframes && !isCurve(bench_.target()), false};
     plan_.parts.push_back(
-        {&shot.instance(), choosePath(result.settings, depth, bench_.host().role())});
+        {&shot.instance(), renderPath(result.settings, depth, bench_.host().role())});
     shots_.push_back(std::move(prepared));
     result_.shots.push_back(std::move(result));
   }

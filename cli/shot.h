@@ -10,6 +10,7 @@
 #include "cli/shot_findings.h"
 #include "cli/shot_layer.h"
 #include "footage/luminance_quantiles.h"
+#include "footage/luma_profile.h"
 #include "host/effect.h"
 #include "host/instance.h"
 
@@ -38,6 +39,8 @@ class Shot {
   /// Of each picture, over the rectangle that the user asks for; bars are among it. Empty when the
   /// pictures were not looked at in this run.
   std::deque<footage::LuminanceQuantiles> light;
+  /// So are these; only where a curve is to be followed.
+  std::vector<footage::LumaProfile> lumas;
 
  private:
   ShotFindings found_;

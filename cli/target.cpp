@@ -26,6 +26,8 @@ struct Row {
 
 constexpr Row kRows[] = {
     {Target::Kind::smoothing, "smoothing", "the plain mean of the frames around: for most flicker"},
+    {Target::Kind::loess, "loess",
+     "a line fitted to them, the nearest weighing most: smoother than 'smoothing'"},
     {Target::Kind::median, "median",
      "their median: for clips with flashes or many frames far off, which it does not follow"},
     {Target::Kind::savitzkyGolay, "savitzky-golay",
@@ -136,6 +138,8 @@ std::string toText(const Target& target) {
 std::vector<double> targetLevels(const Target& target, const ShotFrames& frames,
                                  std::span<const double> levels, int radius) {
   switch (target.kind) {
+    case Target::Kind::loess:
+      return footage::loessTarget(levels, radius);
     case Target::Kind::median:
       return footage::medianTarget(levels, radius);
     case Target::Kind::savitzkyGolay:

@@ -12,7 +12,15 @@
 namespace cli {
 
 struct Target {
-  enum class Kind : std::uint8_t { smoothing, median, savitzkyGolay, constant, ramp, points };
+  enum class Kind : std::uint8_t {
+    smoothing,
+    loess,
+    median,
+    savitzkyGolay,
+    constant,
+    ramp,
+    points
+  };
 
   Kind kind = Kind::smoothing;
   std::int64_t from = 0;  ///< ramp: frames of the clip, in either order
@@ -27,8 +35,8 @@ bool isCurve(const Target& target) noexcept;
 /// What --help says: each kind, and what it is good for.
 std::string targetHelp();
 
-/// "smoothing", "median", "savitzky-golay", "constant", "ramp:A..B" or a file of points, each a
-/// line with a frame and a level. Throws UsageError or Failure, naming what is wrong.
+/// "smoothing", "loess", "median", "savitzky-golay", "constant", "ramp:A..B" or a file of points,
+/// each a line with a frame and a level. Throws UsageError or Failure, naming what is wrong.
 Target parseTarget(const std::string& text);
 
 /// What a project keeps of a target: as parseTarget() reads it, and "points" for points, which it

@@ -10,10 +10,13 @@
 #include "cli/effect_location.h"
 #include "cli/error.h"
 #include "cli/interrupt.h"
+#include "cli/level_match.h"
 #include "cli/memory_size.h"
+#include "cli/output_options.h"
 #include "cli/shot_settings.h"
 #include "host/error.h"
 #include "host/listener.h"
+#include "media/colour_transform.h"
 
 namespace cli {
 namespace {
@@ -175,9 +178,17 @@ std::vector<FoundShot> Workbench::analyzeWhole(const EffectOptions& options,
   Shot& whole = *shots_.front();
   apply(options, whole);
   const EffectSettings settings = readSettings(whole.instance());
+  const media::ClipInfo& clip = source_.clip();
+  const auto [red, green, blue] = media::lumaWeights(clip.colourMatrix, clip.width, clip.height);
+  const footage::LumaWeights weights{red, green, blue};
+  // Levels that weigh bright pixels more are no lumas.
+  const bool followed = options.target && isCurve(*options.target) && !settings.favorBrighter;
+  lumas_.clear();
   ShotFinder finder(shots, cuts);
   whole.layer().observe([&](std::int32_t, const host::Image& image) {
-    finder.add(footage::measureFrame(rowsOf(image, settings)));
+    const footage::ArgbRows rows = rowsOf(image, settings);
+    finder.add(footage::measureFrame(rows));
+    if (followed) lumas_.push_back(footage::profileLuma(rows, weights));
   });
   pressAnalyze({&whole}, "Analyzing");
   // The effect passes over frames that it is not to deflicker.
@@ -226,9 +237,21 @@ void Workbench::analyze(const EffectOptions& asked, const ShotOptions& shotOptio
     pressAnalyze(all, "Analyzing shots");
   }
   for (std::size_t i = 0; i < shots_.size(); ++i) shots_[i]->light = std::move(found[i].light);
+  handOutLumas();
   warnOfIdleOptions(options, readSettings(shots_.front()->instance()), console_);
   target_ = options.target.value_or(Target{});
   follow(target_, !options.shiftSpread.empty());
+}
+
+void Workbench::handOutLumas() {
+  for (const auto& shot : shots_) {
+    const ShotFrames& frames = shot->frames();
+    shot->lumas.clear();
+    for (std::int32_t p = 0; p < frames.pictureCount() && !lumas_.empty(); ++p) {
+      shot->lumas.push_back(lumas_[static_cast<std::size_t>(frames.frameOf(p))]);
+    }
+  }
+  lumas_ = {};
 }
 
 // Hands the curves of a target over as keyframes. The effect's own smoothing needs none.
@@ -240,14 +263,17 @@ void Workbench::follow(const Target& target, bool spreadGiven) {
         "--shots off.",
         target.from, target.to));
   }
+  const host::Depth depth = renderDepth({}, source_.clip(), host_.role());
   for (const auto& shot : shots_) {
     if (target.kind == Target::Kind::ramp && !shot->frames().holds(target.from)) continue;
-    const Levels levels = shot->levels();
     const EffectSettings settings = readSettings(shot->instance());
     // With 'shift' the smoothed spread goes on being what frames are brought to.
     const bool spreads = settings.correctionMethod == kCorrectShift && !spreadGiven;
-    followLevels(targetLevels(target, shot->frames(), levels.input, settings.smoothingFrames),
-                 spreads ? levels.desiredSpread : std::vector<double>{}, shot->instance());
+    const std::vector<double> wanted =
+        targetLevels(target, shot->frames(), levelsToFollow(*shot), settings.smoothingFrames);
+    followLumas(*effect_, *shot, wanted,
+                spreads ? shot->levels().desiredSpread : std::vector<double>{}, depth,
+                renderPath(settings, depth, host_.role()));
   }
 }
 
@@ -270,6 +296,7 @@ void Workbench::adjust(const EffectOptions& options) {
   if (!stale.empty()) {
     console_.note("The changed settings need a new analysis.");
     pressAnalyze(stale, "Analyzing");
+    for (Shot* shot : stale) shot->lumas.clear();  // of another rectangle, perhaps
   }
   const bool held = std::any_of(shots_.begin(), shots_.end(), [](const auto& shot) {
     return !shot->frames().duplicates().empty();

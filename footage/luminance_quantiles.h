@@ -12,6 +12,8 @@ namespace footage {
 /// The mean luminance of each 32nd of a frame's pixels, the darkest first; 1/256 of a level.
 using LuminanceQuantiles = std::array<std::uint16_t, 32>;
 
+/// Of any histogram over levels 0..255. All 0 for an empty one. Counts add up to less than 2^48.
+LuminanceQuantiles quantilesOf(const std::array<std::uint64_t, 256>& counts);
 /// Of the frame's histogram. All 0 for a frame without pixels.
 LuminanceQuantiles quantilesOf(const FrameMeasure& frame);
 

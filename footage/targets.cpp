@@ -103,21 +103,25 @@ struct Moments {
   double n = 0, x = 0, xx = 0, xxx = 0, xxxx = 0, y = 0, xy = 0, xxy = 0;
 };
 
-Moments momentsOf(std::span<const double> levels, const Window& window, std::size_t frame) {
+/// `weigh` takes a frame's distance from the one in question.
+template <typename Weigh>
+Moments momentsOf(std::span<const double> levels, const Window& window, std::size_t frame,
+                  Weigh weigh) {
   const double scale = static_cast<double>(window.last - window.first + 1);
   Moments m;
   for (std::size_t i = window.first; i <= window.last; ++i) {
     const double y = levels[i];
     if (!hasLevel(y)) continue;
     const double x = (static_cast<double>(i) - static_cast<double>(frame)) / scale;
-    m.n += 1;
-    m.x += x;
-    m.xx += x * x;
-    m.xxx += x * x * x;
-    m.xxxx += x * x * x * x;
-    m.y += y;
-    m.xy += x * y;
-    m.xxy += x * x * y;
+    const double w = weigh(frame > i ? frame - i : i - frame);
+    m.n += w;
+    m.x += w * x;
+    m.xx += w * x * x;
+    m.xxx += w * x * x * x;
+    m.xxxx += w * x * x * x * x;
+    m.y += w * y;
+    m.xy += w * x * y;
+    m.xxy += w * x * x * y;
   }
   return m;
 }
@@ -165,12 +169,25 @@ std::vector<double> savitzkyGolayTarget(std::span<const double> levels, int radi
   const std::size_t reach = windowRadius(radius);
   return overLevels(levels, [reach](std::span<const double> shot) {
     return fitted(shot, reach, [shot, reach](const Window& window, std::size_t frame) {
-      const Moments moments = momentsOf(shot, window, frame);
+      const Moments moments = momentsOf(shot, window, frame, [](std::size_t) { return 1.0; });
       const std::size_t inside = std::min({frame, shot.size() - 1 - frame, reach});
       // A parabola's end follows the last frame too much; a line's less than half as much.
       const double share =
           reach == 0 ? 1.0 : static_cast<double>(inside) / static_cast<double>(reach);
       return share * parabolaAtZero(moments) + (1 - share) * lineAtZero(moments);
+    });
+  });
+}
+
+std::vector<double> loessTarget(std::span<const double> levels, int radius) {
+  const std::size_t reach = windowRadius(radius);
+  return overLevels(levels, [reach](std::span<const double> shot) {
+    return fitted(shot, reach, [shot](const Window& window, std::size_t frame) {
+      const std::size_t farthest = std::max(frame - window.first, window.last - frame);
+      return lineAtZero(momentsOf(shot, window, frame, [farthest](std::size_t distance) {
+        const double u = static_cast<double>(distance) / static_cast<double>(farthest + 1);
+        return (1 - u * u) * (1 - u * u);
+      }));
     });
   });
 }

@@ -1,27 +1,11 @@
 // footage/targets.h — which level each frame of a shot should have.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
-#include <string_view>
 #include <vector>
 
 namespace footage {
-
-/// A kind of target curve, as users choose and read it.
-struct TargetKind {
-  std::string_view name;
-  std::string_view description;  ///< what it is good for: one sentence
-};
-
-inline constexpr std::array<TargetKind, 5> kTargets{{
-    {"median", "Follows the light but no single frame: for flashes, and flicker with outliers."},
-    {"savgol", "Follows rises and falls of the light closely: for sunsets, clouds and pans."},
-    {"constant", "Keeps the whole shot at one level: for light that ought not to change at all."},
-    {"ramp", "Goes straight from one frame's level to another's: for day to night and back."},
-    {"points", "Goes straight from point to point of your own: for a course you know better."},
-}};
 
 // All take the input level of each frame of a shot, in any unit, and give the target of each frame,
 // frames without a level included. A level of 0 or less (or NaN) marks a frame without one; it
@@ -37,6 +21,12 @@ std::vector<double> medianTarget(std::span<const double> levels, int radius);
 /// Quadratic least-squares fit to the levels of 2 * radius + 1 frames (Savitzky & Golay 1964),
 /// taken in its middle; within radius of an end, the fit to that end's window.
 std::vector<double> savitzkyGolayTarget(std::span<const double> levels, int radius);
+
+/// Locally weighted straight line (loess; Cleveland 1979) over 2 * radius + 1 frames, near an end
+/// over those at that end. The weight (1 - u^2)^2, u = distance / (farthest frame's distance + 1),
+/// lets no frame enter or leave the window with a jolt, as a plain mean does: of kernels that long
+/// about the smallest second difference that uncorrelated flicker can leave.
+std::vector<double> loessTarget(std::span<const double> levels, int radius);
 
 /// The median level, for all frames.
 std::vector<double> constantTarget(std::span<const double> levels);

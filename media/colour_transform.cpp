@@ -8,36 +8,41 @@ namespace {
 
 using Matrix = std::array<std::array<double, 3>, 3>;
 
-struct LumaWeights {
+struct MatrixRow {
   ColourMatrix matrix;
+  std::string_view name;
   double red;
   double blue;
+
+  LumaWeights weights() const noexcept { return {red, 1 - red - blue, blue}; }
 };
 
-constexpr LumaWeights kLumaWeights[] = {
-    {ColourMatrix::bt709, 0.2126, 0.0722},    {ColourMatrix::fcc, 0.30, 0.11},
-    {ColourMatrix::bt470bg, 0.299, 0.114},    {ColourMatrix::smpte170m, 0.299, 0.114},
-    {ColourMatrix::smpte240m, 0.212, 0.087},  {ColourMatrix::bt2020ncl, 0.2627, 0.0593},
-    {ColourMatrix::bt2020cl, 0.2627, 0.0593},
+constexpr MatrixRow kMatrices[] = {
+    {ColourMatrix::bt709, "bt709", 0.2126, 0.0722},
+    {ColourMatrix::fcc, "fcc", 0.30, 0.11},
+    {ColourMatrix::bt470bg, "bt470bg", 0.299, 0.114},
+    {ColourMatrix::smpte170m, "smpte170m", 0.299, 0.114},
+    {ColourMatrix::smpte240m, "smpte240m", 0.212, 0.087},
+    {ColourMatrix::bt2020ncl, "bt2020nc", 0.2627, 0.0593},
+    {ColourMatrix::bt2020cl, "bt2020c", 0.2627, 0.0593},
 };
 
-LumaWeights lumaWeights(ColourMatrix matrix) noexcept {
-  for (const LumaWeights& weights : kLumaWeights) {
-    if (weights.matrix == matrix) return weights;
+const MatrixRow& rowOf(ColourMatrix matrix) noexcept {
+  for (const MatrixRow& row : kMatrices) {
+    if (row.matrix == matrix) return row;
   }
-  return kLumaWeights[0];
+  return kMatrices[0];
 }
 
 // From (luma 0..1, Cb and Cr -0.5..0.5) to (R, G, B), or from the components as stored.
 Matrix decodingMatrix(ColourMatrix matrix) noexcept {
   if (matrix == ColourMatrix::ycgco) return {{{1, -1, 1}, {1, 1, 0}, {1, -1, -1}}};
   if (matrix == ColourMatrix::rgb) return {{{0, 0, 1}, {1, 0, 0}, {0, 1, 0}}};
-  const LumaWeights weights = lumaWeights(matrix);
-  const double green = 1 - weights.red - weights.blue;
+  const LumaWeights weights = rowOf(matrix).weights();
   const double fromCr = 2 * (1 - weights.red);
   const double fromCb = 2 * (1 - weights.blue);
   return {{{1, 0, fromCr},
-           {1, -weights.blue * fromCb / green, -weights.red * fromCr / green},
+           {1, -weights.blue * fromCb / weights.green, -weights.red * fromCr / weights.green},
            {1, fromCb, 0}}};
 }
 
@@ -88,10 +93,17 @@ ColourMatrix effectiveMatrix(ColourMatrix declared, int width, int height) noexc
     default:
       break;
   }
-  for (const LumaWeights& weights : kLumaWeights) {
-    if (weights.matrix == declared) return declared;
+  for (const MatrixRow& row : kMatrices) {
+    if (row.matrix == declared) return declared;
   }
   return width >= 1280 || height > 576 ? ColourMatrix::bt709 : ColourMatrix::smpte170m;
+}
+
+LumaWeights lumaWeights(std::string_view matrix, int width, int height) noexcept {
+  for (const MatrixRow& row : kMatrices) {
+    if (row.name == matrix) return row.weights();
+  }
+  return rowOf(effectiveMatrix(ColourMatrix::unspecified, width, height)).weights();
 }
 
 ColourTransform colourTransform(const PixelLayout& layout, ColourRange range, ColourMatrix matrix,
@@ -115,7 +127,7 @@ ColourTransform colourTransform(const PixelLayout& layout, ColourRange range, Co
     transform.toLevels.diagonal = transform.toCodes.diagonal = true;
   } else if (layout.family == Family::grey) {
     scales[0] = lumaScale(layout.components[0], range != ColourRange::limited);
-    decode = decodingMatrix(lumaWeights(matrix).matrix);
+    decode = decodingMatrix(rowOf(matrix).matrix);
   } else {
     const bool full = range == ColourRange::full;
     const bool threeLumas = matrix == ColourMatrix::rgb;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <string_view>
 
 #include "media/argb_view.h"
 #include "media/colour_codes.h"
@@ -25,6 +26,15 @@ struct ColourTransform {
 
 /// What a player would take for a stream that leaves its matrix open: BT.709 for large pictures.
 ColourMatrix effectiveMatrix(ColourMatrix declared, int width, int height) noexcept;
+
+/// Shares of red, green and blue in luma; they add up to 1.
+struct LumaWeights {
+  double red = 0;
+  double green = 0;
+  double blue = 0;
+};
+/// Of a clip with this matrix, by FFmpeg's name; of what a player would take where none is named.
+LumaWeights lumaWeights(std::string_view matrix, int width, int height) noexcept;
 
 /// Levels run 0..255, 0..32768 or 0..1 by `depth`. Grey and YUV follow `range` (unspecified: grey
 /// full, YUV limited); RGB is always full range. Luma weights: BT.601, BT.709, BT.2020, SMPTE 240M,

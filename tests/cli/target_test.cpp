@@ -26,8 +26,8 @@ std::string refusal(const std::string& text) {
 }
 
 TEST(Target, IsReadAndWrittenTheSame) {
-  for (const char* text :
-       {"smoothing", "median", "savitzky-golay", "constant", "ramp:0..250", "ramp:17..18"}) {
+  for (const char* text : {"smoothing", "loess", "median", "savitzky-golay", "constant",
+                           "ramp:0..250", "ramp:17..18"}) {
     const Target target = parseTarget(text);
     EXPECT_EQ(toText(target), text);
     EXPECT_EQ(toText(targetFromProject(text)), text);
@@ -38,7 +38,8 @@ TEST(Target, IsReadAndWrittenTheSame) {
 }
 
 TEST(Target, RefusesWhatItDoesNotKnow) {
-  EXPECT_NE(refusal("medain").find("'medain' is none of: smoothing, median"), std::string::npos);
+  EXPECT_NE(refusal("medain").find("'medain' is none of: smoothing, loess, median"),
+            std::string::npos);
   for (const char* text : {"ramp:", "ramp:5", "ramp:5..5", "ramp:9..5", "ramp:a..b", "ramp:5.."}) {
     EXPECT_NE(refusal(text).find("is no ramp between two frames"), std::string::npos) << text;
   }

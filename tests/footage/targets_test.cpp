@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <numeric>
 #include <random>
 #include <string>
 
@@ -24,17 +26,11 @@ Levels line(std::size_t count, double level, double slope) {
   return levels;
 }
 
-TEST(Targets, EveryKindIsDescribedInOneSentence) {
-  for (const TargetKind& kind : kTargets) {
-    EXPECT_EQ(std::count(kind.description.begin(), kind.description.end(), '.'), 1) << kind.name;
-    EXPECT_EQ(kind.description.back(), '.') << kind.name;
-  }
-}
-
 TEST(Targets, ARiseStaysStraightUpToBothEnds) {
   const Levels rise = line(60, 50, 1.5);
   EXPECT_THAT(medianTarget(rise, 7), Pointwise(DoubleNear(1e-9), rise));
   EXPECT_THAT(savitzkyGolayTarget(rise, 7), Pointwise(DoubleNear(1e-9), rise));
+  EXPECT_THAT(loessTarget(rise, 7), Pointwise(DoubleNear(1e-9), rise));
   EXPECT_THAT(rampTarget(rise, 0, 59, 7), Pointwise(DoubleNear(1e-9), rise));
 }
 
@@ -43,6 +39,7 @@ TEST(Targets, AShotShorterThanTheWindowStaysStraightToo) {
     const Levels rise = line(count, 50, 1.5);
     EXPECT_THAT(medianTarget(rise, 20), Pointwise(DoubleNear(1e-9), rise)) << count;
     EXPECT_THAT(savitzkyGolayTarget(rise, 20), Pointwise(DoubleNear(1e-9), rise)) << count;
+    EXPECT_THAT(loessTarget(rise, 20), Pointwise(DoubleNear(1e-9), rise)) << count;
   }
 }
 
@@ -70,6 +67,65 @@ TEST(Targets, SavitzkyGolayHasItsPublishedWeights) {
   EXPECT_THAT(std::vector<double>(targets.begin() + 2, targets.begin() + 7),
               ElementsAre(DoubleNear(32, 1e-9), DoubleNear(47, 1e-9), DoubleNear(52, 1e-9),
                           DoubleNear(47, 1e-9), DoubleNear(32, 1e-9)));
+}
+
+// Weights (1 - (d / 3)^2)^2 for d = 0, 1, 2: 81, 64 and 25 of 81 + 2 (64 + 25) = 259.
+TEST(Targets, LoessWeighsNearFramesMore) {
+  Levels levels(9, 259.0);
+  levels[4] = 518.0;
+  const Levels targets = loessTarget(levels, 2);
+  EXPECT_THAT(std::vector<double>(targets.begin() + 2, targets.begin() + 7),
+              ElementsAre(DoubleNear(284, 1e-9), DoubleNear(323, 1e-9), DoubleNear(340, 1e-9),
+                          DoubleNear(323, 1e-9), DoubleNear(284, 1e-9)));
+}
+
+// At an end the window is as long, and the line is fitted to it by another method: normal equations
+// about the frame, solved by hand for a window of three frames, weights 81, 64 and 25.
+TEST(Targets, LoessIsALineThroughTheEnd) {
+  const Levels levels{100, 110, 90, 95, 105};
+  const double n = 81 + 64 + 25;
+  const double x = 64 * 1 + 25 * 2;
+  const double xx = 64 * 1 + 25 * 4;
+  const double y = 81 * 100 + 64 * 110 + 25 * 90;
+  const double xy = 64 * 110 + 25 * 2 * 90;
+  EXPECT_NEAR(loessTarget(levels, 1).front(), (xx * y - x * xy) / (n * xx - x * x), 1e-9);
+}
+
+double secondDifference(const Levels& levels) {
+  double sum = 0;
+  for (std::size_t i = 2; i < levels.size(); ++i) {
+    sum += std::abs(levels[i] - 2 * levels[i - 1] + levels[i - 2]);
+  }
+  return sum / static_cast<double>(levels.size() - 2);
+}
+
+// A plain mean over 2 n + 1 frames leaves 2 / (2 n + 1) of uncorrelated flicker's deviation in the
+// second difference.
+TEST(Targets, LoessLeavesFarLessJerkThanAPlainMeanOfAsManyFrames) {
+  constexpr unsigned kSeed = 8;
+  std::mt19937 random(kSeed);
+  std::normal_distribution<double> flicker(100, 5);
+  Levels levels(400);
+  for (double& level : levels) level = flicker(random);
+  for (const int radius : {5, 10, 30}) {
+    const double width = 2 * radius + 1;
+    Levels means;
+    for (std::size_t i = 0; i + static_cast<std::size_t>(2 * radius) < levels.size(); ++i) {
+      const auto first = levels.begin() + static_cast<std::ptrdiff_t>(i);
+      means.push_back(std::accumulate(first, first + 2 * radius + 1, 0.0) / width);
+    }
+    EXPECT_LT(secondDifference(loessTarget(levels, radius)), 0.4 * secondDifference(means))
+        << "radius " << radius << ", seed " << kSeed;
+  }
+}
+
+TEST(Targets, LoessPassesOverFramesWithoutALevel) {
+  Levels levels = line(40, 50, 1.5);
+  const Levels straight = levels;
+  for (const std::size_t gone : {0U, 7U, 8U, 9U, 39U}) levels[gone] = 0;
+  const Levels targets = loessTarget(levels, 5);
+  EXPECT_THAT(Levels(targets.begin() + 1, targets.end() - 1),
+              Pointwise(DoubleNear(1e-9), Levels(straight.begin() + 1, straight.end() - 1)));
 }
 
 TEST(Targets, SavitzkyGolayFollowsAParabolaInside) {
