@@ -1,6 +1,7 @@
 // cli/render_pipeline.cpp — frames through the effect: several at once, written in order.
 #include "cli/render_pipeline.h"
 
+#include <cmath>
 #include <condition_variable>
 #include <deque>
 #include <exception>
@@ -12,9 +13,15 @@
 
 #include "cli/interrupt.h"
 #include "media/pixel_conversion.h"
+#include "media/stored_level.h"
 
 namespace cli {
 namespace {
+
+// Frames go through RGB, which cuts off what is blacker than black and purer than pure. One that
+// comes out as it went in is better off without; but where the others around it change in level by
+// more than this on the way, it would stand out.
+constexpr double kUnseen = 0.05;
 
 // One instance's render copies, as many as there are workers.
 struct Copies {
@@ -162,10 +169,12 @@ class Workers {
                            task.route.area);
     copy.render(task.route.layerFrame, plan_.depth, output);
     const media::ConstArgbView pixels = viewOf(std::as_const(output));
-    result.untouched = media::isUnchanged(pixels, result.original);
-    if (result.untouched) {
-      result.picture = result.original;
+    if (media::isUnchanged(pixels, result.original)) {
+      result.picture = media::fromArgb(pixels, result.original);
       result.outputLevel = frameLevel(pixels, task.route.area);
+      result.untouched = std::abs(media::storedLevel(result.picture) -
+                                  media::storedLevel(result.original)) < kUnseen;
+      if (result.untouched) result.picture = result.original;
     } else {
       LevelMeter meter(pixels, task.route.area);
       const auto measure = [&meter](int y) { meter.add(y); };

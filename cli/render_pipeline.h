@@ -44,8 +44,8 @@ struct RenderPlan {
 struct RenderedFrame {
   std::int64_t frame = 0;
   media::Picture original;
-  media::Picture picture;  ///< the original itself when the effect changed nothing
-  bool untouched = false;
+  media::Picture picture;   ///< the original itself when untouched
+  bool untouched = false;   ///< the effect changed nothing, nor would the way through RGB
   double inputLevel = 0.0;  ///< over the route's area, 0..255
   double outputLevel = 0.0;
 };

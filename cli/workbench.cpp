@@ -178,17 +178,9 @@ std::vector<FoundShot> Workbench::analyzeWhole(const EffectOptions& options,
   Shot& whole = *shots_.front();
   apply(options, whole);
   const EffectSettings settings = readSettings(whole.instance());
-  const media::ClipInfo& clip = source_.clip();
-  const auto [red, green, blue] = media::lumaWeights(clip.colourMatrix, clip.width, clip.height);
-  const footage::LumaWeights weights{red, green, blue};
-  // Levels that weigh bright pixels more are no lumas.
-  const bool followed = options.target && isCurve(*options.target) && !settings.favorBrighter;
-  lumas_.clear();
   ShotFinder finder(shots, cuts);
   whole.layer().observe([&](std::int32_t, const host::Image& image) {
-    const footage::ArgbRows rows = rowsOf(image, settings);
-    finder.add(footage::measureFrame(rows));
-    if (followed) lumas_.push_back(footage::profileLuma(rows, weights));
+    finder.add(footage::measureFrame(rowsOf(image, settings)));
   });
   pressAnalyze({&whole}, "Analyzing");
   // The effect passes over frames that it is not to deflicker.
@@ -237,21 +229,38 @@ void Workbench::analyze(const EffectOptions& asked, const ShotOptions& shotOptio
     pressAnalyze(all, "Analyzing shots");
   }
   for (std::size_t i = 0; i < shots_.size(); ++i) shots_[i]->light = std::move(found[i].light);
-  handOutLumas();
   warnOfIdleOptions(options, readSettings(shots_.front()->instance()), console_);
   target_ = options.target.value_or(Target{});
   follow(target_, !options.shiftSpread.empty());
 }
 
-void Workbench::handOutLumas() {
+// What the curves of a target are drawn through. Levels that weigh bright pixels more are no lumas.
+void Workbench::measureLumas() {
+  std::vector<Shot*> unmeasured;
+  std::int64_t pictures = 0;
   for (const auto& shot : shots_) {
-    const ShotFrames& frames = shot->frames();
-    shot->lumas.clear();
-    for (std::int32_t p = 0; p < frames.pictureCount() && !lumas_.empty(); ++p) {
-      shot->lumas.push_back(lumas_[static_cast<std::size_t>(frames.frameOf(p))]);
+    if (!shot->lumas.empty() || readSettings(shot->instance()).favorBrighter) continue;
+    unmeasured.push_back(shot.get());
+    pictures += shot->frames().pictureCount();
+  }
+  if (unmeasured.empty()) return;
+  const media::ClipInfo& clip = source_.clip();
+  const auto [red, green, blue] = media::lumaWeights(clip.colourMatrix, clip.width, clip.height);
+  std::int64_t done = 0;
+  console_.progress().begin("Measuring", pictures);
+  for (Shot* shot : unmeasured) {
+    const EffectSettings settings = readSettings(shot->instance());
+    const host::LayerInfo& info = shot->layer().info();
+    host::Image image(info.width, info.height, host::Depth::bits8);
+    for (std::int32_t picture = 0; picture < info.frameCount; ++picture) {
+      if (interrupted()) throw Interrupted();
+      shot->layer().read(picture, image);
+      shot->lumas.push_back(footage::profileLuma(rowsOf(image, settings), {red, green, blue}));
+      console_.progress().update(++done);
     }
   }
-  lumas_ = {};
+  source_.endReading();
+  console_.progress().end();
 }
 
 // Hands the curves of a target over as keyframes. The effect's own smoothing needs none.
@@ -263,6 +272,7 @@ void Workbench::follow(const Target& target, bool spreadGiven) {
         "--shots off.",
         target.from, target.to));
   }
+  measureLumas();
   const host::Depth depth = renderDepth({}, source_.clip(), host_.role());
   for (const auto& shot : shots_) {
     if (target.kind == Target::Kind::ramp && !shot->frames().holds(target.from)) continue;

@@ -85,7 +85,7 @@ class Workbench {
   std::vector<FoundShot> survey(const EffectOptions& options, const ShotOptions& shots);
   std::vector<FoundShot> analyzeWhole(const EffectOptions& options, const ShotOptions& shots,
                                       const std::vector<std::int64_t>& cuts);
-  void handOutLumas();
+  void measureLumas();
   void follow(const Target& target, bool spreadGiven);
 
   Console& console_;
@@ -96,7 +96,6 @@ class Workbench {
   std::unique_ptr<host::Effect> effect_;
   std::vector<std::unique_ptr<Shot>> shots_;
   Target target_;
-  std::vector<footage::LumaProfile> lumas_;  // of each frame, while the clip is looked at
 };
 
 }  // namespace cli
