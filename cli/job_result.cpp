@@ -64,9 +64,12 @@ FlickerFigures figuresOf(std::span<const double> levels, std::span<const ShotFin
 bool isWorse(const FlickerFigures& after, const FlickerFigures& before) {
   // Differences below this, in percent, are rounding.
   constexpr double kTolerance = 0.01;
+  // A fade counts as flicker, and somewhat more so when it is smooth.
+  constexpr double kMuchLess = 10.0;
   const double flicker = after.flicker - before.flicker;
   const double jerk = after.jerk - before.jerk;
-  return flicker > kTolerance || (jerk > kTolerance && jerk > -flicker);
+  return (flicker > kTolerance && -jerk < kMuchLess * flicker) ||
+         (jerk > kTolerance && jerk > -flicker);
 }
 
 void measureShots(JobResult& job) {

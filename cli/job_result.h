@@ -51,8 +51,8 @@ FlickerFigures figuresOf(std::span<const double> levels);
 /// no flicker.
 FlickerFigures figuresOf(std::span<const double> levels, std::span<const ShotFindings> shots);
 
-/// Whether a shot is better left alone: it flickers more, or jerks more without flickering less by
-/// as much.
+/// Whether a shot is better left alone: it flickers more without jerking far less for it, or jerks
+/// more without flickering less by as much.
 bool isWorse(const FlickerFigures& after, const FlickerFigures& before);
 
 /// Fills in the figures of each shot from the frames.

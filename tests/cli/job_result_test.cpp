@@ -38,7 +38,8 @@ TEST(JobResult, ShotsCountByTheirFrames) {
 TEST(JobResult, WorseIsMoreFlickerOrMoreJerkForLittle) {
   EXPECT_FALSE(isWorse({1.0, 1.0}, {1.0, 1.0}));
   EXPECT_FALSE(isWorse({1.005, 1.005}, {1.0, 1.0}));
-  EXPECT_TRUE(isWorse({1.02, 0.2}, {1.0, 1.0}));
+  EXPECT_TRUE(isWorse({1.02, 0.9}, {1.0, 1.0}));
+  EXPECT_FALSE(isWorse({1.02, 0.2}, {1.0, 1.0}));
   EXPECT_TRUE(isWorse({0.99, 1.05}, {1.0, 1.0}));
   EXPECT_FALSE(isWorse({0.2, 1.05}, {1.0, 1.0}));
   EXPECT_FALSE(isWorse({0.5, 0.5}, {1.0, 1.0}));

@@ -36,7 +36,7 @@ TEST(LuminanceQuantiles, ShareAPixelBetweenParts) {
 }
 
 TEST(LuminanceQuantiles, OfNoPixelsOrOfWhite) {
-  EXPECT_EQ(quantilesOf({}), LuminanceQuantiles{});
+  EXPECT_EQ(quantilesOf(FrameMeasure{}), LuminanceQuantiles{});
   const LuminanceQuantiles means = quantilesOf(measureOf(std::vector<int>(7, 255)));
   for (const std::uint16_t mean : means) EXPECT_EQ(mean, 65280);
 }
