@@ -12,7 +12,7 @@
 namespace cli::test {
 namespace {
 
-constexpr std::size_t kPixels = 64 * 36;
+constexpr std::size_t kSunsetPixels = 64 * 36;
 
 // Twelve frames whose exposure changes; red is cut off at white in the brighter ones.
 void writeFlickeringSunset(const std::string& path) {
@@ -28,20 +28,21 @@ std::vector<double> lumas(const std::string& path) {
   const std::string bytes =
       ffmpeg({"-i", path, "-vsync", "passthrough", "-f", "rawvideo", "-pix_fmt", "rgb24", "-"});
   std::vector<double> means;
-  for (std::size_t start = 0; start + 3 * kPixels <= bytes.size(); start += 3 * kPixels) {
+  for (std::size_t start = 0; start + 3 * kSunsetPixels <= bytes.size();
+       start += 3 * kSunsetPixels) {
     double sum = 0.0;
-    for (std::size_t at = start; at < start + 3 * kPixels; at += 3) {
+    for (std::size_t at = start; at < start + 3 * kSunsetPixels; at += 3) {
       const auto component = [&](std::size_t c) {
         return static_cast<std::uint8_t>(bytes[at + c]);
       };
       sum += 0.299 * component(0) + 0.587 * component(1) + 0.114 * component(2);
     }
-    means.push_back(sum / static_cast<double>(kPixels));
+    means.push_back(sum / static_cast<double>(kSunsetPixels));
   }
   return means;
 }
 
-double range(const std::vector<double>& levels) {
+double swing(const std::vector<double>& levels) {
   const auto [least, most] = std::minmax_element(levels.begin(), levels.end());
   return *most - *least;
 }
@@ -49,7 +50,7 @@ double range(const std::vector<double>& levels) {
 TEST(LevelMatch, FramesComeOutAtTheTargetInSpiteOfWhatIsCutOff) {
   const ScratchFolder folder;
   writeFlickeringSunset(folder / "in.mkv");
-  ASSERT_GT(range(lumas(folder / "in.mkv")), 20.0);
+  ASSERT_GT(swing(lumas(folder / "in.mkv")), 20.0);
   for (const std::string method : {"linear", "shift", "gamma"}) {
     const Outcome outcome =
         varilum({"deflicker", folder / "in.mkv", folder / (method + ".mkv"), "--codec", "ffv1",
@@ -57,7 +58,7 @@ TEST(LevelMatch, FramesComeOutAtTheTargetInSpiteOfWhatIsCutOff) {
     ASSERT_EQ(outcome.code, 0) << outcome.err;
     const std::vector<double> after = lumas(folder / (method + ".mkv"));
     EXPECT_EQ(after.size(), 12U);
-    EXPECT_LT(range(after), 0.25) << method;
+    EXPECT_LT(swing(after), 0.25) << method;
   }
 }
 
@@ -69,7 +70,7 @@ TEST(LevelMatch, AProjectThatIsOpenedFollowsTheSameLevels) {
   const Outcome outcome = varilum({"render", folder / "a.varilum", folder / "out.mkv", "--codec",
                                    "ffv1", "--target", "constant"});
   ASSERT_EQ(outcome.code, 0) << outcome.err;
-  EXPECT_LT(range(lumas(folder / "out.mkv")), 0.25);
+  EXPECT_LT(swing(lumas(folder / "out.mkv")), 0.25);
 }
 
 // Luma below black is cut off in RGB, on which the effect works. A frame that needs no correction
@@ -84,10 +85,11 @@ TEST(LevelMatch, AFrameThatIsLeftAloneDoesNotStandOut) {
   ASSERT_EQ(outcome.code, 0) << outcome.err;
   const std::string out = ffmpeg({"-i", folder / "out.mkv", "-vsync", "passthrough", "-vf",
                                   "extractplanes=y", "-f", "rawvideo", "-"});
-  ASSERT_EQ(out.size(), 12 * kPixels);
+  ASSERT_EQ(out.size(), 12 * kSunsetPixels);
   for (std::size_t frame = 0; frame < 12; ++frame) {
-    EXPECT_EQ(static_cast<std::uint8_t>(out[frame * kPixels]), 16) << "frame " << frame;
-    EXPECT_NEAR(static_cast<std::uint8_t>(out[frame * kPixels + 63]), 140, 1) << "frame " << frame;
+    EXPECT_EQ(static_cast<std::uint8_t>(out[frame * kSunsetPixels]), 16) << "frame " << frame;
+    EXPECT_NEAR(static_cast<std::uint8_t>(out[frame * kSunsetPixels + 63]), 140, 1)
+        << "frame " << frame;
   }
 }
 
