@@ -38,13 +38,8 @@ class Shot {
 
   /// Of each picture, over the rectangle that the user asks for; bars are among it. Empty when the
   /// pictures were not looked at in this run.
-<<<<<<< HEAD
   std::deque<footage::LuminanceQuantiles> light;
-  /// So are these; only where a curve is to be followed.
-=======
-  std::vector<footage::LuminanceQuantiles> light;
   /// Over the rectangle that is analysed. Empty where no curve is followed.
->>>>>>> dc919e8 (Measure lumas by a look of their own, and let no frame stand out)
   std::vector<footage::LumaProfile> lumas;
 
  private:
