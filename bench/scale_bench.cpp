@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "bench/against_floor.h"
-#include "cli/project_file.h"
+#include "cli/project/project_file.h"
 #include "host/instance.h"
 
 namespace {

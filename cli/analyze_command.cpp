@@ -10,11 +10,11 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/commands.h"
-#include "cli/job_report.h"
-#include "cli/new_project.h"
+#include "cli/job/job_report.h"
+#include "cli/options/output_options.h"
 #include "cli/output_file.h"
-#include "cli/output_options.h"
-#include "cli/project_file.h"
+#include "cli/project/new_project.h"
+#include "cli/project/project_file.h"
 #include "cli/same_file.h"
 #include "cli/workbench.h"
 #include "media/format_help.h"

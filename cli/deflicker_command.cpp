@@ -6,11 +6,11 @@
 #include <memory>
 
 #include "cli/commands.h"
-#include "cli/job_report.h"
-#include "cli/output_options.h"
-#include "cli/plot_file.h"
-#include "cli/render_job.h"
-#include "cli/report_file.h"
+#include "cli/job/job_report.h"
+#include "cli/job/render_job.h"
+#include "cli/options/output_options.h"
+#include "cli/plot/plot_file.h"
+#include "cli/reporting/report_file.h"
 #include "cli/same_file.h"
 #include "cli/workbench.h"
 #include "media/format_help.h"

@@ -14,16 +14,16 @@
 #include <system_error>
 #include <vector>
 
-#include "cli/demo_clip.h"
-#include "cli/demo_flicker.h"
-#include "cli/demo_report.h"
-#include "cli/demo_scene.h"
+#include "cli/demo/demo_clip.h"
+#include "cli/demo/demo_flicker.h"
+#include "cli/demo/demo_report.h"
+#include "cli/demo/demo_scene.h"
 #include "cli/error.h"
-#include "cli/interrupt.h"
+#include "cli/job/render_job.h"
+#include "cli/options/output_options.h"
 #include "cli/output_file.h"
-#include "cli/output_options.h"
-#include "cli/plot.h"
-#include "cli/render_job.h"
+#include "cli/plot/plot.h"
+#include "cli/terminal/interrupt.h"
 
 namespace cli {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "cli/console.h"
+#include "cli/terminal/console.h"
 #include "cli/workbench.h"
 
 namespace CLI {

@@ -6,8 +6,8 @@
 #include <fmt/format.h>
 
 #include "cli/error.h"
-#include "cli/invocation.h"
 #include "cli/program_files.h"
+#include "cli/terminal/invocation.h"
 
 namespace cli {
 namespace {

@@ -5,15 +5,15 @@
 #include <cstdio>
 #include <memory>
 
-#include "cli/clip_text.h"
 #include "cli/commands.h"
-#include "cli/levels.h"
-#include "cli/output_options.h"
-#include "cli/plot_file.h"
-#include "cli/project_file.h"
-#include "cli/project_text.h"
-#include "cli/shot_options.h"
-#include "cli/shot_text.h"
+#include "cli/options/clip_text.h"
+#include "cli/options/output_options.h"
+#include "cli/plot/plot_file.h"
+#include "cli/project/project_file.h"
+#include "cli/project/project_text.h"
+#include "cli/shots/levels.h"
+#include "cli/shots/shot_options.h"
+#include "cli/shots/shot_text.h"
 #include "cli/workbench.h"
 
 namespace cli {

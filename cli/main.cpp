@@ -12,12 +12,12 @@
 #include <vector>
 
 #include "cli/commands.h"
-#include "cli/console.h"
 #include "cli/demo_command.h"
 #include "cli/error.h"
 #include "cli/help_formatter.h"
-#include "cli/interrupt.h"
-#include "cli/invocation.h"
+#include "cli/terminal/console.h"
+#include "cli/terminal/interrupt.h"
+#include "cli/terminal/invocation.h"
 #include "host/error.h"
 #include "media/error.h"
 

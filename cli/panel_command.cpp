@@ -11,11 +11,11 @@
 
 #include "cli/commands.h"
 #include "cli/error.h"
+#include "cli/options/output_options.h"
 #include "cli/output_file.h"
-#include "cli/output_options.h"
 #include "cli/panel_picture.h"
-#include "cli/project_clip.h"
-#include "cli/project_file.h"
+#include "cli/project/project_clip.h"
+#include "cli/project/project_file.h"
 #include "cli/same_file.h"
 #include "cli/workbench.h"
 

@@ -13,12 +13,12 @@
 
 #include "cli/commands.h"
 #include "cli/error.h"
-#include "cli/interrupt.h"
-#include "cli/output_options.h"
+#include "cli/options/output_options.h"
 #include "cli/panel_picture.h"
-#include "cli/session_drawing.h"
-#include "cli/session_visit.h"
-#include "cli/session_words.h"
+#include "cli/session/session_drawing.h"
+#include "cli/session/session_visit.h"
+#include "cli/session/session_words.h"
+#include "cli/terminal/interrupt.h"
 
 namespace cli {
 namespace {

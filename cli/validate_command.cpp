@@ -12,7 +12,7 @@
 
 #include "cli/commands.h"
 #include "cli/error.h"
-#include "cli/interrupt.h"
+#include "cli/terminal/interrupt.h"
 #include "validate/child.h"
 #include "validate/runner.h"
 #include "validate/text_report.h"

@@ -7,7 +7,7 @@
 #include "cli/demo_command.h"
 #include "cli/error.h"
 #include "cli/panel_picture.h"
-#include "cli/plot_file.h"
+#include "cli/plot/plot_file.h"
 
 namespace cli {
 namespace {

@@ -7,14 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "cli/clip_source.h"
-#include "cli/console.h"
-#include "cli/effect_options.h"
-#include "cli/effect_parameters.h"
-#include "cli/levels.h"
-#include "cli/project_file.h"
-#include "cli/shot.h"
-#include "cli/shot_options.h"
+#include "cli/job/clip_source.h"
+#include "cli/options/effect_options.h"
+#include "cli/options/effect_parameters.h"
+#include "cli/project/project_file.h"
+#include "cli/shots/levels.h"
+#include "cli/shots/shot.h"
+#include "cli/shots/shot_options.h"
+#include "cli/terminal/console.h"
 #include "host/effect.h"
 #include "host/effect_module.h"
 #include "host/host.h"

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/project_file.h"
+#include "cli/project/project_file.h"
 #include "fuzz/image_visit.h"
 #include "fuzz/pattern_layer.h"
 #include "host/effect.h"

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "cli/crc32.h"
 #include "cli/error.h"
-#include "cli/levels.h"
-#include "cli/project_file.h"
-#include "cli/project_text.h"
+#include "cli/project/crc32.h"
+#include "cli/project/project_file.h"
+#include "cli/project/project_text.h"
+#include "cli/shots/levels.h"
 #include "fuzz/effect_under_test.h"
 #include "fuzz/pattern_layer.h"
 
