@@ -1,5 +1,6 @@
 """Made-up clips for bench/quality: each with its steady original. Needs ffmpeg."""
 import math
+import random
 import subprocess
 import typing
 
@@ -20,9 +21,14 @@ class Clip(typing.NamedTuple):
 
 
 def drift(seconds, seed):
-    """Coloured light that moves slowly, with grain; dark enough for gains to clip nothing."""
-    return (f"gradients=s={SIZE[0]}x{SIZE[1]}:r=24:d={seconds}:seed={seed}:speed=0.006,"
-            f"noise=alls=5:all_seed={seed}," + dark(0.6, 20))
+    """Coloured light that hardly moves, so that only the gains change its level, with grain; dark
+    enough for them to clip nothing."""
+    chance = random.Random(seed)  # the filter's own differs from run to run, whatever its seed
+    colours = ":".join(f"c{i}={chance.randrange(1 << 24):#08x}" for i in range(3))
+    ends = ":".join(f"{axis}{end}={chance.randrange(size)}"
+                    for axis, size in zip("xy", SIZE) for end in (0, 1))
+    return (f"gradients=s={SIZE[0]}x{SIZE[1]}:r=24:d={seconds}:speed=0.002:n=3:{colours}:{ends},"
+            f"format=gbrp,noise=alls=5:allf=t:all_seed={seed}," + dark(0.6, 20))
 
 
 def dark(factor, black):
