@@ -125,10 +125,10 @@ Json Visit::describe() {
 }
 
 host::Parameter Visit::parameter(const std::string& name) {
-  const bool isIndex = !name.empty() && std::all_of(name.begin(), name.end(),
-                                                    [](char c) { return c >= '0' && c <= '9'; });
-  return isIndex ? instance().param(static_cast<std::int32_t>(parseNumber(name)))
-                 : instance().param(name);
+  std::int32_t index = -1;
+  const char* const end = name.data() + name.size();
+  const bool isNumber = std::from_chars(name.data(), end, index).ptr == end;
+  return isNumber && index >= 0 ? instance().param(index) : instance().param(name);
 }
 
 std::int32_t Visit::kindOf(const host::Parameter& parameter) {

@@ -238,6 +238,14 @@ TEST_F(Session, MistakesAreAnsweredAndTheVisitGoesOn) {
   EXPECT_EQ(answers[12]["frames"], 8);
 }
 
+// Numbers name parameters; this one is beyond what 32 bits hold.
+TEST_F(Session, AParameterNumberBeyondAllIsAMistake) {
+  const auto answers = replay({open(), "set 21474836477 40", "info", "quit"}, 1);
+  EXPECT_FALSE(answers[1]["ok"].get<bool>());
+  EXPECT_THAT(answers[1]["error"].get<std::string>(), HasSubstr("21474836477"));
+  EXPECT_TRUE(answers[2]["ok"].get<bool>());
+}
+
 TEST_F(Session, PicturesAreWritten) {
   if (kPlainProgram) GTEST_SKIP() << "nothing is drawn here";
   const std::string picture = folder_ / "panel.png";
